@@ -1,0 +1,64 @@
+#ifndef KORD_CORE_BODY_H
+#define KORD_CORE_BODY_H
+
+#include "core/fail.h"
+
+#include <kord/string.h>
+
+#include <cstdlib>
+#include <cstring>
+
+/// Making, growing and freeing string blocks: the only callers of `malloc`, `realloc` and `free`.
+namespace kord {
+
+static_assert(sizeof(BasicStringBody<char>) == 8 && sizeof(BasicStringBody<unsigned short>) == 8);
+static_assert(BasicStringBody<char>::block_size(7) == 16 && BasicStringBody<char>::block_size(8) == 32);
+static_assert(BasicStringBody<unsigned short>::block_size(3) == 16 &&
+              BasicStringBody<unsigned short>::block_size(4) == 32);
+static_assert(BasicStringBody<char>::capacity_for(detail::length_limit) == 1048583);
+static_assert(BasicStringBody<unsigned short>::capacity_for(detail::length_limit) == 2097158);
+
+/// `memcpy` counted in characters; unlike it, takes null pointers when there is nothing to copy.
+template <class T>
+void copy_characters(T* to, const T* from, std::size_t n) noexcept {
+    if (n != 0) std::memcpy(to, from, n * sizeof(T));
+}
+
+/// Records that the block has the size for `c` characters, and terminates it there and at its last slot.
+template <class T>
+void set_size(BasicStringBody<T>* body, unsigned int c) noexcept {
+    body->capacity = BasicStringBody<T>::capacity_for(c);
+    body->first()[body->capacity / sizeof(T)] = 0;
+    body->first()[c] = 0;
+}
+
+/// A block for `c` characters with a count of 1, holding the first `n` (at most `c`) of `text`.
+template <class T>
+BasicStringBody<T>* new_body(unsigned int c, const T* text, unsigned int n) {
+    auto* const body = static_cast<BasicStringBody<T>*>(std::malloc(BasicStringBody<T>::block_size(c)));
+    if (body == nullptr) fail_memory();
+    body->count = 1;
+    set_size(body, c);
+    copy_characters(body->first(), text, n);
+    body->first()[n] = 0; // so that `c_str` never looks at a slot that nobody wrote
+    return body;
+}
+
+/// The same block, perhaps elsewhere, with room for `c` characters. Only for a block with one holder.
+template <class T>
+BasicStringBody<T>* grow_body(BasicStringBody<T>* body, unsigned int c) {
+    body = static_cast<BasicStringBody<T>*>(std::realloc(body, BasicStringBody<T>::block_size(c)));
+    if (body == nullptr) fail_memory();
+    set_size(body, c);
+    return body;
+}
+
+/// Gives back a reference to a block, if there is one.
+template <class T>
+void release_body(BasicStringBody<T>* body) noexcept {
+    if (body != nullptr && --body->count == 0) std::free(body);
+}
+
+} // namespace kord
+
+#endif

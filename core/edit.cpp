@@ -1,0 +1,218 @@
+// Editing. A text is written by reserving its length, setting the end and writing; or by the replacement core.
+#include "core/body.h"
+#include "core/case.h"
+#include "core/scan.h"
+
+#include <kord/string.h>
+
+#include <algorithm>
+#include <cstdint>
+
+namespace {
+
+/// The sum of two counts, or if 32 bits do not hold it one that every limit refuses.
+unsigned int sum(unsigned int a, unsigned int b) noexcept {
+    return a > 0xFFFFFFFFu - b ? 0xFFFFFFFFu : a + b;
+}
+
+/// Does [first, last) read characters of the block? A range that starts at the terminator and is not empty does.
+template <class T>
+bool lies_in(BasicStringBody<T>* body, const T* first, const T* last) noexcept {
+    if (body == nullptr || first == nullptr) return false;
+    const std::uintptr_t distance =
+        reinterpret_cast<std::uintptr_t>(first) - reinterpret_cast<std::uintptr_t>(body->first());
+    return distance < body->capacity || (distance == body->capacity && first != last);
+}
+
+/// A second reference to the block that a source lies in, for as long as this lives: `reserve` then copies the text
+/// instead of growing the block under the source.
+template <class T>
+class Hold {
+  public:
+    Hold(BasicStringBody<T>* body, const KordCharacterRange<T>& source) noexcept
+        : body_(lies_in(body, source.begin(), source.end()) ? BasicStringBody<T>::retain(body) : nullptr) {}
+    ~Hold() { kord::release_body(body_); }
+    Hold(const Hold&) = delete;
+    Hold& operator=(const Hold&) = delete;
+
+  private:
+    BasicStringBody<T>* body_;
+};
+
+/// A pointer into the string's own text as the editing forms take and return it.
+template <class T>
+T* place(const T* p) noexcept {
+    return const_cast<T*>(p);
+}
+
+} // namespace
+
+template <class T>
+BasicString<T>& BasicString<T>::append(const KordCharacterRange<T>& r) {
+    // The range may be this very string: read it before anything moves.
+    const T* const source = r.begin();
+    const unsigned int k = r.length();
+    const unsigned int n = length();
+    const Hold<T> hold(body_, r);
+    reserve(sum(n, k));
+    end_ = begin_ + n + k;
+    kord::copy_characters(body_->first() + n, source, k);
+    return *this;
+}
+
+template <class T>
+BasicString<T>& BasicString<T>::append(unsigned int n, T c) {
+    return insert(length(), n, c);
+}
+
+template <class T>
+BasicString<T>& BasicString<T>::assign(const KordCharacterRange<T>& r) {
+    const T* const source = r.begin();
+    const unsigned int k = r.length();
+    const Hold<T> hold(body_, r);
+    reserve(k);
+    end_ = begin_ + k;
+    kord::copy_characters(body_->first(), source, k);
+    return *this;
+}
+
+template <class T>
+BasicString<T>& BasicString<T>::assign(unsigned int n, T c) {
+    std::fill_n(get_buffer(n), n, c);
+    return *this;
+}
+
+template <class T>
+BasicString<T>& BasicString<T>::assign(const BasicString<T>& s, unsigned int pos, unsigned int n) noexcept {
+    const KordCharacterRange<T> piece(s, pos, n);
+    return assign(s, piece.begin(), piece.end());
+}
+
+template <class T>
+BasicString<T>& BasicString<T>::assign(const BasicString<T>& s, const T* first, const T* last) noexcept {
+    link(s.body_);
+    begin_ = first;
+    end_ = last;
+    return *this;
+}
+
+template <class T>
+BasicString<T>& BasicString<T>::erase(unsigned int pos, unsigned int n) {
+    const KordCharacterRange<T> piece(*this, pos, n);
+    if (pos < length()) erase(place(piece.begin()), place(piece.end()));
+    return *this;
+}
+
+template <class T>
+T* BasicString<T>::erase(T* first, T* last) {
+    const std::ptrdiff_t offset = first - begin_;
+    if (first == begin_) {
+        begin_ = last;
+    } else if (last != end_) {
+        replace(first, last, nullptr, nullptr);
+    } else {
+        end_ = first;
+    }
+    return place(begin_) + offset;
+}
+
+template <class T>
+T* BasicString<T>::erase(T* p) {
+    const std::ptrdiff_t offset = p - begin_;
+    if (p == begin_) {
+        ++begin_;
+    } else {
+        replace(p, p + 1, nullptr, nullptr);
+    }
+    return place(begin_) + offset;
+}
+
+template <class T>
+BasicString<T>& BasicString<T>::insert(unsigned int pos, unsigned int n, T c) {
+    const unsigned int old = length();
+    if (pos > old) return *this;
+    T* const at = get_buffer(sum(old, n)) + pos;
+    std::memmove(at + n, at, (old - pos) * sizeof(T));
+    std::fill_n(at, n, c);
+    return *this;
+}
+
+template <class T>
+BasicString<T>& BasicString<T>::insert(unsigned int pos, const KordCharacterRange<T>& r) {
+    return pos > length() ? *this : replace(pos, 0u, r);
+}
+
+template <class T>
+T* BasicString<T>::insert(T* p, T c) {
+    const std::ptrdiff_t offset = p - begin_;
+    replace(p, p, &c, &c + 1);
+    return place(begin_) + offset;
+}
+
+template <class T>
+BasicString<T>& BasicString<T>::replace(unsigned int pos, unsigned int n, T c) {
+    return replace(pos, n, KordCharacterRange<T>(&c, 0, 1));
+}
+
+template <class T>
+BasicString<T>& BasicString<T>::replace(unsigned int pos, unsigned int n, const KordCharacterRange<T>& r,
+                                        unsigned int spos, unsigned int slen) {
+    const KordCharacterRange<T> target(*this, pos, n);
+    const KordCharacterRange<T> source(r, spos, slen);
+    return replace(place(target.begin()), place(target.end()), source.begin(), source.end());
+}
+
+template <class T>
+BasicString<T>& BasicString<T>::replace(T* first, T* last, const T* text) {
+    return replace(first, last, text, text + kord::detail::text_length(text));
+}
+
+// The replacement core.
+template <class T>
+BasicString<T>& BasicString<T>::replace(T* first, T* last, const T* sfirst, const T* slast) {
+    const std::size_t removed = static_cast<std::size_t>(last - first);
+    const std::size_t added = static_cast<std::size_t>(slast - sfirst);
+    const std::size_t after = static_cast<std::size_t>(end_ - last);
+    // An emptied string holds a block but no place in it.
+    const bool in_place = body_ != nullptr && body_->count == 1 && begin_ != nullptr && removed >= added &&
+                          !lies_in(body_, sfirst, slast);
+    if (in_place) {
+        kord::copy_characters(first, sfirst, added);
+        std::memmove(first + added, last, after * sizeof(T));
+        first[added + after] = 0;
+        end_ = first + added + after;
+        return *this;
+    }
+    BasicString<T> result;
+    const std::size_t before = static_cast<std::size_t>(first - begin_);
+    T* const at = result.get_buffer(kord::detail::to_count(std::uint64_t{before} + added + after));
+    kord::copy_characters(at, begin_, before);
+    kord::copy_characters(at + before, sfirst, added);
+    kord::copy_characters(at + before + added, last, after);
+    swap(result);
+    return *this;
+}
+
+template <class T>
+void BasicString<T>::resize(unsigned int n, T c) {
+    const unsigned int old = length();
+    T* const text = get_buffer(n);
+    if (n > old) std::fill(text + old, text + n, c);
+}
+
+template <class T>
+BasicString<T>& BasicString<T>::make_upper() {
+    T* const first = begin();
+    kord::transform(first, first + length(), kord::ToUpper<T>());
+    return *this;
+}
+
+template <class T>
+BasicString<T>& BasicString<T>::make_lower() {
+    T* const first = begin();
+    kord::transform(first, first + length(), kord::ToLower<T>());
+    return *this;
+}
+
+template class BasicString<char>;
+template class BasicString<unsigned short>;

@@ -1,0 +1,103 @@
+// The block of a string: reserving and unsharing, terminating, buffers, foreign text.
+#include "core/body.h"
+#include "core/scan.h"
+
+#include <kord/string.h>
+
+#include <algorithm>
+
+template <class T>
+BasicString<T>::BasicString(const T* text, unsigned int n) {
+    if (text == nullptr) return;
+    reserve(n);
+    end_ = begin_ + n;
+    kord::copy_characters(body_->first(), text, n);
+}
+
+template <class T>
+void BasicString<T>::unlink(BasicStringBody<T>* body) noexcept {
+    kord::release_body(body_);
+    body_ = body;
+}
+
+// Five cases: too long, no block, a block that is too small, one that does, and one that is not the string's alone.
+template <class T>
+void BasicString<T>::reserve(unsigned int c) {
+    if (c > lengthLimit) kord::fail_length();
+    const unsigned int n = length();
+    if (body_ != nullptr && body_->owned_from(begin_)) {
+        if (!body_->fits(c)) {
+            body_ = kord::grow_body(body_, c);
+            begin_ = body_->first();
+            end_ = begin_ + n;
+        } else if (c >= n) {
+            body_->first()[c] = 0;
+        }
+        return;
+    }
+    const unsigned int kept = body_ == nullptr ? std::min(n, c) : n;
+    unlink(kord::new_body(std::max(c, kept), begin_, kept));
+    begin_ = body_->first();
+    end_ = begin_ + kept;
+}
+
+namespace {
+
+/// The one character that `c_str` gives for every empty string.
+template <class T>
+constexpr T empty_text[1] = {};
+
+/// How a const member changes its string: only `c_str` and `assign_literal` do.
+template <class T>
+BasicString<T>& changeable(const BasicString<T>& s) noexcept {
+    return const_cast<BasicString<T>&>(s);
+}
+
+} // namespace
+
+template <class T>
+const T* BasicString<T>::c_str() const {
+    if (begin_ == end_) return empty_text<T>;
+    if (*end_ != 0) changeable(*this).reserve(length());
+    return begin_;
+}
+
+template <class T>
+T* BasicString<T>::get_buffer(unsigned int n) {
+    reserve(n);
+    end_ = begin_ + n;
+    return body_->first();
+}
+
+template <class T>
+void BasicString<T>::release_buffer(unsigned int n) {
+    if (n == npos) {
+        n = static_cast<unsigned int>(kord::scan_forward(begin_, end_, kord::Is<T>(0)) - begin_);
+    }
+    const unsigned int old = length();
+    reserve(n);
+    T* const text = body_->first();
+    if (n > old) std::fill(text + old, text + n, T{});
+    text[n] = 0; // `reserve` leaves it out where the text was longer
+    end_ = text + n;
+}
+
+template <class T>
+const BasicString<T>& BasicString<T>::assign_literal(const T* text) const noexcept {
+    const T* const end = text + kord::detail::text_length(text);
+    BasicString<T>& s = changeable(*this);
+    s.unlink(nullptr);
+    s.begin_ = text;
+    s.end_ = end;
+    return *this;
+}
+
+template <class T>
+BasicString<T>& BasicString<T>::erase() noexcept {
+    if (body_ != nullptr && body_->count > 1) unlink(nullptr);
+    begin_ = end_ = nullptr;
+    return *this;
+}
+
+template class BasicString<char>;
+template class BasicString<unsigned short>;

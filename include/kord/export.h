@@ -1,0 +1,31 @@
+#ifndef KORD_EXPORT_H
+#define KORD_EXPORT_H
+
+/// KORD_API marks a class, function or table of the library's binary interface.
+/// Define KORD_STATIC when linking the static library; KORD_BUILDING is for the library's own sources.
+#if defined(KORD_STATIC)
+#define KORD_API
+#elif defined(_WIN32) && defined(KORD_BUILDING)
+#define KORD_API __declspec(dllexport)
+#elif defined(_WIN32)
+#define KORD_API __declspec(dllimport)
+#else
+#define KORD_API __attribute__((visibility("default")))
+#endif
+
+/// KORD_TYPE marks a class that is inline throughout but whose identity crosses the library's boundary: an exception.
+#if defined(_WIN32) || defined(KORD_STATIC)
+#define KORD_TYPE
+#else
+#define KORD_TYPE __attribute__((visibility("default")))
+#endif
+
+/// KORD_EMIT marks an inline member of a class that is not a template. Such members are part of the binary interface
+/// too, so the one source file that defines KORD_EMIT_INLINE makes the compiler write them out.
+#if defined(KORD_EMIT_INLINE)
+#define KORD_EMIT __attribute__((used))
+#else
+#define KORD_EMIT
+#endif
+
+#endif

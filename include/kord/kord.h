@@ -1,0 +1,12 @@
+#ifndef KORD_KORD_H
+#define KORD_KORD_H
+
+/// Everything.
+#include <kord/chars.h>
+#include <kord/errors.h>
+#include <kord/list.h>
+#include <kord/path.h>
+#include <kord/range.h>
+#include <kord/string.h>
+
+#endif

@@ -1,0 +1,449 @@
+#ifndef KORD_STRING_H
+#define KORD_STRING_H
+
+#include <kord/errors.h>
+#include <kord/export.h>
+#include <kord/range.h>
+
+#include <cstddef>
+
+namespace kord::detail {
+
+/// The most characters a string may own.
+inline constexpr unsigned int length_limit = 0x100000u;
+
+template <class P>
+void exchange(P& a, P& b) noexcept {
+    P const old = a;
+    a = b;
+    b = old;
+}
+
+} // namespace kord::detail
+
+/// The heap block behind a string, shared by every string that counts in it: this header, then the character slots,
+/// then one slot for a terminator. From `malloc`; whoever brings the count to zero frees it.
+template <class T>
+struct BasicStringBody {
+    unsigned int count;    ///< strings that hold the block; not atomic
+    unsigned int capacity; ///< bytes for characters, the terminator slot not counted
+
+    /// The first character slot.
+    T* first() noexcept { return reinterpret_cast<T*>(this + 1); }
+
+    /// Bytes of a block for `c` characters, `c` at most the length limit: header, characters and terminator slot,
+    /// rounded up to 16. There is no other growth.
+    static constexpr std::size_t block_size(unsigned int c) noexcept {
+        return (sizeof(BasicStringBody) + (c + std::size_t{1}) * sizeof(T) + 15) & ~std::size_t{15};
+    }
+    /// The capacity field of such a block.
+    static constexpr unsigned int capacity_for(unsigned int c) noexcept {
+        return static_cast<unsigned int>(block_size(c) - sizeof(BasicStringBody) - sizeof(T));
+    }
+    /// Does the block do for `c` characters?
+    bool fits(unsigned int c) const noexcept { return capacity >= capacity_for(c); }
+    /// May the one string that starts at `begin` write here? Only if nobody else holds the block and it starts at the
+    /// first slot.
+    bool owned_from(const T* begin) noexcept { return count <= 1 && begin == first(); }
+
+    /// Takes a reference to a block, if there is one.
+    static BasicStringBody* retain(BasicStringBody* body) noexcept {
+        if (body != nullptr) ++body->count;
+        return body;
+    }
+    /// Puts `c` and a terminator behind the text [begin, end) of a string with this block, if it may write here and
+    /// there is room; says whether it did.
+    static bool push(BasicStringBody* body, const T* begin, const T* end, T c) noexcept {
+        if (body == nullptr || !body->owned_from(begin)) return false;
+        const std::size_t n = static_cast<std::size_t>(end - begin);
+        if (n >= kord::detail::length_limit || !body->fits(static_cast<unsigned int>(n) + 1)) return false;
+        body->first()[n] = c;
+        body->first()[n + 1] = T{};
+        return true;
+    }
+};
+
+/// A counted copy-on-write string: a range whose characters normally lie in a shared block.
+///
+/// States, which every member keeps:
+///  - null: no block, both pointers null. Default-constructed, or moved from.
+///  - foreign: no block, aimed at somebody else's text (`assign_literal`), which it never writes or frees.
+///  - sole owner: its block has a count of 1 and the text starts at the block's first slot. Only here are characters
+///    written in place.
+///  - sharing: the block has other holders, or the text starts later in it. Copied before it is written.
+///  - emptied: both pointers null, with the kept block of a former sole owner (`erase()`), which is not reused.
+///
+/// Copying and taking pieces share the block and never allocate. A member "unshares" when it makes the string sole
+/// owner: it copies the text into a block of its own unless the string has one. Every member that unshares or grows
+/// throws `os_length_error` above `lengthLimit` characters and `std::bad_alloc` when the heap refuses, and then the
+/// string and all that share its block are unchanged.
+///
+/// Counts are plain integers: strings that share a block belong to one thread at a time, even for `c_str`.
+///
+/// Sources (`r`, `text`, iterator pairs) may lie inside the string itself, except where stated. A piece (`pos`, `n`)
+/// is always clamped as in `KordCharacterRange`.
+template <class T>
+class KORD_API BasicString : public KordCharacterRange<T> {
+  public:
+    using KordCharacterRange<T>::npos;
+    using KordCharacterRange<T>::length;
+    using iterator = T*;
+
+    /// The most characters a string may own: 1,048,576.
+    static const unsigned int lengthLimit = kord::detail::length_limit;
+
+    // --- copying, moving: share or exchange pointers; no allocation -------------------------------------------------
+
+    BasicString(const BasicString<T>& s) noexcept
+        : KordCharacterRange<T>(s), body_(BasicStringBody<T>::retain(s.body_)) {}
+    BasicString(BasicString<T>&& s) noexcept { swap(s); }
+    ~BasicString() override {
+        if (body_ == nullptr) return;
+        if (body_->count > 1) {
+            --body_->count;
+        } else {
+            unlink(nullptr);
+        }
+    }
+
+    BasicString<T>& operator=(const BasicString<T>& s) noexcept {
+        link(s.body_);
+        begin_ = s.begin_;
+        end_ = s.end_;
+        return *this;
+    }
+    BasicString<T>& operator=(BasicString<T>&& s) noexcept {
+        BasicString<T> taken(static_cast<BasicString<T>&&>(s));
+        swap(taken);
+        return *this;
+    }
+    /// Exchanges text and block.
+    void swap(BasicString<T>& s) noexcept {
+        kord::detail::exchange(begin_, s.begin_);
+        kord::detail::exchange(end_, s.end_);
+        kord::detail::exchange(body_, s.body_);
+    }
+
+    // --- the block --------------------------------------------------------------------------------------------------
+
+    /// Makes the string sole owner of a block with room for `c` characters. The text stays, except that foreign text
+    /// longer than `c` is cut to `c` characters. A sole owner grows in place (`realloc`) and never shrinks.
+    void reserve(unsigned int c);
+
+    /// Characters the whole block has room for, also when the string views only a part of it; 0 without a block.
+    unsigned int capacity() const noexcept {
+        return body_ == nullptr ? 0 : body_->capacity / static_cast<unsigned int>(sizeof(T));
+    }
+
+    /// Writable pointers. They unshare, even if nothing is written; a null string gets a block. To read without that,
+    /// go through a const string: `for (char c : std::as_const(s))`, or `cbegin`, `cend`, `data`.
+    T* begin() {
+        reserve(length());
+        return body_->first();
+    }
+    T* end() {
+        reserve(length());
+        return body_->first() + (end_ - begin_);
+    }
+    using KordCharacterRange<T>::begin;
+    using KordCharacterRange<T>::end;
+
+    /// Overwrites the character at `pos`; unshares. No effect at or past the end.
+    void set_at(unsigned int pos, T ch) {
+        if (pos < length()) begin()[pos] = ch;
+    }
+
+    /// The text, zero-terminated, valid until the string changes. Looks at the character after the text (foreign text
+    /// must have one) and only if that is not zero unshares, const or not, to write the terminator. For an empty
+    /// string a constant of the library's, and nothing is allocated or written.
+    const T* c_str() const;
+
+    /// Unshares, sets the length to `n` and returns the characters for the caller to write: `n` and a zero. Those past
+    /// the old length are indeterminate. Follow with `release_buffer`.
+    T* get_buffer(unsigned int n);
+    /// Sets the length to `n`, or with `npos` to the index of the first zero in the text if there is one. Terminates
+    /// the text; characters past the old length become zero.
+    void release_buffer(unsigned int n);
+
+    /// Aims the string, const or not, at zero-terminated text that outlives it; nothing is copied until a change needs
+    /// a block. Lets go of the string's own block first, so the text must not lie in it. Null makes the null string.
+    const BasicString<T>& assign_literal(const T* text) const noexcept;
+
+    // --- editing ----------------------------------------------------------------------------------------------------
+    // Each reserves the final length once. L is the length before the call; sums that no 32 bits hold are refused
+    // like any length above the limit.
+
+    /// Adds the characters of `r`.
+    BasicString<T>& append(const KordCharacterRange<T>& r);
+    /// Adds `n` times `c`.
+    BasicString<T>& append(unsigned int n, T c);
+
+    /// Becomes a copy of `r`. (To share the text of another string, use `=` or the forms below.)
+    BasicString<T>& assign(const KordCharacterRange<T>& r);
+    /// Becomes `n` times `c`.
+    BasicString<T>& assign(unsigned int n, T c);
+    /// Becomes the piece (`pos`, `n`) of `s`, sharing its block; `s` may be the string itself. No allocation.
+    BasicString<T>& assign(const BasicString<T>& s, unsigned int pos, unsigned int n) noexcept;
+    /// Becomes [first, last), which must lie in the text of `s`, sharing its block. No allocation.
+    BasicString<T>& assign(const BasicString<T>& s, const T* first, const T* last) noexcept;
+
+    /// Empties the string. A block it owns alone stays attached, unused, until the next change; a shared one is let go.
+    BasicString<T>& erase() noexcept;
+    /// Removes the piece (`pos`, `n`). At the front or at the end only a pointer moves, shared or not; in the middle as
+    /// `replace` with nothing.
+    BasicString<T>& erase(unsigned int pos, unsigned int n = npos);
+    /// The same for [first, last) of the string's own text. Returns where the text after it now starts.
+    T* erase(T* first, T* last);
+    /// Removes the character at `p`, which must be in [begin, end). Only at the front is this a mere pointer move.
+    T* erase(T* p);
+
+    /// Puts `n` times `c` before position `pos`; no effect if `pos` is past L.
+    BasicString<T>& insert(unsigned int pos, unsigned int n, T c);
+    /// Puts the characters of `r` before position `pos`; no effect if `pos` is past L.
+    BasicString<T>& insert(unsigned int pos, const KordCharacterRange<T>& r);
+    /// Puts `c` before `p`, a position in the string's own text, and returns where it now stands.
+    T* insert(T* p, T c);
+
+    /// Replaces the piece (`pos`, `n`) by one `c`. In place if the string's block is not shared and the text does not
+    /// grow; otherwise in a new block of exactly the final size. Past the end this appends, where `insert` does
+    /// nothing.
+    BasicString<T>& replace(unsigned int pos, unsigned int n, T c);
+    /// Replaces the piece (`pos`, `n`) by the piece (`spos`, `slen`) of `r`; in place as above, if `r` lies elsewhere.
+    BasicString<T>& replace(unsigned int pos, unsigned int n, const KordCharacterRange<T>& r, unsigned int spos = 0,
+                            unsigned int slen = npos);
+    /// Replaces [first, last) of the string's own text by zero-terminated text; null stands for none.
+    BasicString<T>& replace(T* first, T* last, const T* text);
+    /// Replaces [first, last) of the string's own text by [sfirst, slast).
+    BasicString<T>& replace(T* first, T* last, const T* sfirst, const T* slast);
+
+    /// Cuts the text to `n` characters, or fills it up to `n` with `c`. Unshares.
+    void resize(unsigned int n, T c);
+
+    /// Maps every character with `KordToUpper` or `KordToLower`. Unshares.
+    BasicString<T>& make_upper();
+    BasicString<T>& make_lower();
+
+    // --- the position forms for integers of other types ------------------------------------------------------------
+    // A literal 0 would be a null iterator, or ambiguous. It means a position, as every other integer does.
+
+    template <class I, kord::detail::if_integers<I> = 0>
+    BasicString<T>& erase(I pos) {
+        return erase(kord::detail::to_count(pos), npos);
+    }
+    template <class I, class J, kord::detail::if_integers<I, J> = 0>
+    BasicString<T>& erase(I pos, J n) {
+        return erase(kord::detail::to_count(pos), kord::detail::to_count(n));
+    }
+    /// Puts one `c` before position `pos`.
+    template <class I, kord::detail::if_integers<I> = 0>
+    BasicString<T>& insert(I pos, T c) {
+        return insert(kord::detail::to_count(pos), 1u, c);
+    }
+    template <class I, class J, kord::detail::if_integers<I, J> = 0>
+    BasicString<T>& replace(I pos, J n, T c) {
+        return replace(kord::detail::to_count(pos), kord::detail::to_count(n), c);
+    }
+    template <class I, class J, kord::detail::if_integers<I, J> = 0>
+    BasicString<T>& replace(I pos, J n, const T* text, unsigned int spos = 0, unsigned int slen = npos) {
+        return replace(kord::detail::to_count(pos), kord::detail::to_count(n), KordCharacterRange<T>(text), spos, slen);
+    }
+    template <class I, class J, kord::detail::if_integers<I, J> = 0>
+    BasicString<T>& assign(const BasicString<T>& s, I pos, J n) noexcept {
+        return assign(s, kord::detail::to_count(pos), kord::detail::to_count(n));
+    }
+
+  protected:
+    using KordCharacterRange<T>::begin_;
+    using KordCharacterRange<T>::end_;
+
+    BasicString() noexcept {}
+    /// Views [first, first + n); takes a reference to `body`, or without one views foreign text.
+    BasicString(BasicStringBody<T>* body, T* first, unsigned int n) noexcept : body_(BasicStringBody<T>::retain(body)) {
+        begin_ = first;
+        end_ = first + n;
+    }
+    /// A copy of `n` characters, zeros included; the null string if `text` is null.
+    BasicString(const T* text, unsigned int n);
+    /// Views [first, last) of the text of `s`, sharing its block.
+    BasicString(const BasicString<T>& s, const T* first, const T* last) noexcept
+        : body_(BasicStringBody<T>::retain(s.body_)) {
+        begin_ = first;
+        end_ = last;
+    }
+    /// Views the piece (`pos`, `n`) of `s`, sharing its block.
+    BasicString(const BasicString<T>& s, unsigned int pos, unsigned int n) noexcept
+        : KordCharacterRange<T>(s, pos, n), body_(BasicStringBody<T>::retain(s.body_)) {}
+
+    /// Takes a reference to `body` (which may be null), drops the one held and stores `body`; the range stays.
+    void link(BasicStringBody<T>* body) noexcept { unlink(BasicStringBody<T>::retain(body)); }
+    /// Drops the reference held, freeing the block if it was the last, and stores `body` with the reference that the
+    /// caller hands over; the range stays.
+    void unlink(BasicStringBody<T>* body) noexcept;
+
+    BasicStringBody<T>* body_ = nullptr;
+};
+
+template <class T>
+const unsigned int BasicString<T>::lengthLimit;
+
+extern template class BasicString<char>;
+extern template class BasicString<unsigned short>;
+
+/// 8-bit text. Adds constructors, assignment from text, `+=` and pieces to `BasicString<char>`, and no data.
+class KORD_API astring : public BasicString<char> {
+  public:
+    /// An empty string that owns a block (capacity 7), built when the library is loaded.
+    static const astring nullString;
+    /// A pointer to a zero character, there before any code runs.
+    static const char* const nullCString;
+
+    /// The null string; no allocation.
+    KORD_EMIT astring() noexcept {}
+
+    // Sharing: no allocation, no copy of characters.
+    KORD_EMIT astring(const astring& s) noexcept : BasicString<char>(s) {}
+    KORD_EMIT astring(const BasicString<char>& s) noexcept : BasicString<char>(s) {}
+    KORD_EMIT astring(astring&& s) noexcept : BasicString<char>(static_cast<BasicString<char>&&>(s)) {}
+    /// The piece (`pos`, `n`) of `s`.
+    KORD_EMIT astring(const BasicString<char>& s, unsigned int pos, unsigned int n) noexcept
+        : BasicString<char>(s, pos, n) {}
+    /// [first, last), which must lie in the text of `s`.
+    KORD_EMIT astring(const BasicString<char>& s, const char* first, const char* last) noexcept
+        : BasicString<char>(s, first, last) {}
+    /// [first, first + n) of a block, taking a reference to it; with a null `body`, foreign text.
+    KORD_EMIT astring(BasicStringBody<char>* body, char* first, unsigned int n) noexcept
+        : BasicString<char>(body, first, n) {}
+
+    // Copying: one allocation, also for an empty text; a null pointer makes the null string.
+    /// `n` times `c`.
+    KORD_EMIT astring(unsigned int n, char c) { assign(n, c); }
+    /// Zero-terminated text.
+    KORD_EMIT astring(const char* text)
+        : BasicString<char>(text, kord::detail::to_count(kord::detail::text_length(text))) {}
+    /// `n` characters, zeros included.
+    KORD_EMIT astring(const char* text, unsigned int n) : BasicString<char>(text, n) {}
+    /// [first, last).
+    KORD_EMIT astring(const char* first, const char* last)
+        : BasicString<char>(first, kord::detail::to_count(last - first)) {}
+    template <class I, kord::detail::if_integers<I> = 0>
+    astring(const char* text, I n) : astring(text, kord::detail::to_count(n)) {}
+    template <class I, class J, kord::detail::if_integers<I, J> = 0>
+    astring(I n, J c) : astring(kord::detail::to_count(n), static_cast<char>(c)) {}
+
+    KORD_EMIT ~astring() override {}
+
+    /// Shares the text of `s`.
+    KORD_EMIT astring& operator=(const astring& s) noexcept {
+        BasicString<char>::operator=(s);
+        return *this;
+    }
+    KORD_EMIT astring& operator=(astring&& s) noexcept {
+        BasicString<char>::operator=(static_cast<BasicString<char>&&>(s));
+        return *this;
+    }
+    /// Becomes a copy of zero-terminated text; of a null pointer, empty.
+    KORD_EMIT astring& operator=(const char* text) {
+        assign(KordCharacterRange<char>(text));
+        return *this;
+    }
+    template <class I, kord::detail::if_integers<I> = 0>
+    astring& operator=(I) = delete;
+
+    KORD_EMIT astring& operator+=(const KordCharacterRange<char>& r) {
+        append(r);
+        return *this;
+    }
+    KORD_EMIT astring& operator+=(const char* text) {
+        append(KordCharacterRange<char>(text));
+        return *this;
+    }
+    KORD_EMIT astring& operator+=(char c) {
+        if (BasicStringBody<char>::push(body_, begin_, end_, c)) {
+            ++end_;
+        } else {
+            append(1u, c);
+        }
+        return *this;
+    }
+
+    /// The piece (`pos`, `n`), sharing the block.
+    KORD_EMIT astring substr(unsigned int pos, unsigned int n = npos) const noexcept { return astring(*this, pos, n); }
+};
+
+/// UTF-16 text; everything as in `astring`, counted in 16-bit units.
+class KORD_API ustring : public BasicString<unsigned short> {
+  public:
+    /// An empty string that owns a block (capacity 3), built when the library is loaded, after `astring::nullString`.
+    static const ustring nullString;
+    static const unsigned short* const nullCString;
+
+    KORD_EMIT ustring() noexcept {}
+
+    KORD_EMIT ustring(const ustring& s) noexcept : BasicString<unsigned short>(s) {}
+    KORD_EMIT ustring(const BasicString<unsigned short>& s) noexcept : BasicString<unsigned short>(s) {}
+    KORD_EMIT ustring(ustring&& s) noexcept
+        : BasicString<unsigned short>(static_cast<BasicString<unsigned short>&&>(s)) {}
+    KORD_EMIT ustring(const BasicString<unsigned short>& s, unsigned int pos, unsigned int n) noexcept
+        : BasicString<unsigned short>(s, pos, n) {}
+    KORD_EMIT ustring(const BasicString<unsigned short>& s, const unsigned short* first,
+                      const unsigned short* last) noexcept
+        : BasicString<unsigned short>(s, first, last) {}
+    KORD_EMIT ustring(BasicStringBody<unsigned short>* body, unsigned short* first, unsigned int n) noexcept
+        : BasicString<unsigned short>(body, first, n) {}
+
+    KORD_EMIT ustring(unsigned int n, unsigned short c) { assign(n, c); }
+    KORD_EMIT ustring(const unsigned short* text)
+        : BasicString<unsigned short>(text, kord::detail::to_count(kord::detail::text_length(text))) {}
+    KORD_EMIT ustring(const unsigned short* text, unsigned int n) : BasicString<unsigned short>(text, n) {}
+    KORD_EMIT ustring(const unsigned short* first, const unsigned short* last)
+        : BasicString<unsigned short>(first, kord::detail::to_count(last - first)) {}
+    template <class I, kord::detail::if_integers<I> = 0>
+    ustring(const unsigned short* text, I n) : ustring(text, kord::detail::to_count(n)) {}
+    template <class I, class J, kord::detail::if_integers<I, J> = 0>
+    ustring(I n, J c) : ustring(kord::detail::to_count(n), static_cast<unsigned short>(c)) {}
+
+    KORD_EMIT ~ustring() override {}
+
+    KORD_EMIT ustring& operator=(const ustring& s) noexcept {
+        BasicString<unsigned short>::operator=(s);
+        return *this;
+    }
+    KORD_EMIT ustring& operator=(ustring&& s) noexcept {
+        BasicString<unsigned short>::operator=(static_cast<BasicString<unsigned short>&&>(s));
+        return *this;
+    }
+    KORD_EMIT ustring& operator=(const unsigned short* text) {
+        assign(KordCharacterRange<unsigned short>(text));
+        return *this;
+    }
+    template <class I, kord::detail::if_integers<I> = 0>
+    ustring& operator=(I) = delete;
+
+    KORD_EMIT ustring& operator+=(const ustring& s) {
+        append(s);
+        return *this;
+    }
+    KORD_EMIT ustring& operator+=(const unsigned short* text) {
+        append(KordCharacterRange<unsigned short>(text));
+        return *this;
+    }
+    KORD_EMIT ustring& operator+=(unsigned short c) {
+        if (BasicStringBody<unsigned short>::push(body_, begin_, end_, c)) {
+            ++end_;
+        } else {
+            append(1u, c);
+        }
+        return *this;
+    }
+
+    KORD_EMIT ustring substr(unsigned int pos, unsigned int n = npos) const noexcept { return ustring(*this, pos, n); }
+};
+
+inline void swap(astring& a, astring& b) noexcept {
+    a.swap(b);
+}
+inline void swap(ustring& a, ustring& b) noexcept {
+    a.swap(b);
+}
+
+#endif

@@ -1,0 +1,213 @@
+// The classes that are not templates write out their inline members for the binary interface.
+#define KORD_EMIT_INLINE
+#include <kord/path.h>
+
+#include "core/scan.h"
+#include "text/classify.h"
+
+namespace {
+
+using Item = KordSplitPath::Item;
+using Items = os_list<Item>;
+
+constexpr char separator = '\\';
+
+/// For `transform`: every slash becomes a separator, which differs from it in fixed bits.
+struct SlashToSeparator {
+    using L = kord::Lanes<char>;
+    L operator()(L x) const noexcept { return x ^ (equal(x, L::splat('/')) & L::splat('/' ^ separator)); }
+    char operator()(char c) const noexcept { return c == '/' ? separator : c; }
+};
+
+const char* find(const char* first, const char* last, char c) noexcept {
+    return kord::scan_forward(first, last, kord::Is<char>(c));
+}
+
+const char* skip_separators(const char* first, const char* last) noexcept {
+    while (first != last && *first == separator)
+        ++first;
+    return first;
+}
+
+const char* trim_separators(const char* first, const char* last) noexcept {
+    while (first != last && last[-1] == separator)
+        --last;
+    return last;
+}
+
+/// Where the item that ends at `last` begins.
+const char* item_begin(const char* first, const char* last) noexcept {
+    const char* const p = kord::scan_backward(first, last, kord::Is<char>(separator));
+    return p == last ? first : p + 1;
+}
+
+bool is_current(const char* first, const char* last) noexcept {
+    return last - first == 1 && first[0] == '.';
+}
+
+bool is_parent(const char* first, const char* last) noexcept {
+    return last - first == 2 && first[0] == '.' && first[1] == '.';
+}
+
+/// Splits a path of separators and names into items: first the prefix, then the directories up to the last name, then
+/// that. Only items that stay in the result are ever made.
+class Splitter {
+  public:
+    Splitter(Items& items, const char* first, const char* last) noexcept : items_(items), at_(first), last_(last) {}
+
+    /// Returns whether the path is relative.
+    bool split() {
+        const bool relative = prefix();
+        const char* const name = last_name();
+        directories(at_, name);
+        if (name != last_) file_name(name);
+        return relative;
+    }
+
+  private:
+    void add(KordSplitPath::ItemKind kind, const char* first, const char* last) {
+        items_.insert(items_.end(), Item(kind, first, last));
+    }
+    /// Adds the item that begins here.
+    void take(KordSplitPath::ItemKind kind) {
+        const char* const end = find(at_, last_, separator);
+        add(kind, at_, end);
+        at_ = end;
+    }
+
+    /// Takes the server and share, mount and drive, or drive. Returns whether the path is relative.
+    bool prefix() {
+        const char* const start = at_;
+        at_ = skip_separators(at_, last_);
+        if (at_ - start >= 2) {
+            take(KordSplitPath::Server);
+            if (at_ == last_) return false;
+            at_ = skip_separators(at_, last_);
+            take(KordSplitPath::Share);
+            return false;
+        }
+        const char* const end = find(at_, last_, separator);
+        const char* const colon = find(at_, end, ':');
+        if (colon != end) {
+            add(KordSplitPath::Drive, at_, colon + 1);
+            at_ = colon + 1;
+            return false;
+        }
+        if (at_ == start) return true;
+        mount(end);
+        return false;
+    }
+
+    /// Takes "MNT", which ends here if it is the first item, and the drive after it.
+    void mount(const char* end) {
+        if (end - at_ != 3 || at_[0] != 'M' || at_[1] != 'N' || at_[2] != 'T') return;
+        const char* const drive = skip_separators(end, last_);
+        const char* const drive_end = find(drive, last_, separator);
+        if (drive_end - drive != 2 || !kord::has_flag(drive[0], kordUpper | kordLower) || drive[1] != ':') return;
+        add(KordSplitPath::Mount, at_, end);
+        add(KordSplitPath::Drive, drive, drive_end);
+        at_ = drive_end;
+    }
+
+    /// Where the last item begins if it names a file; otherwise the end.
+    const char* last_name() const noexcept {
+        if (at_ == last_ || last_[-1] == separator) return last_;
+        const char* const name = item_begin(at_, last_);
+        return is_parent(name, last_) ? last_ : name;
+    }
+
+    /// Adds the directories of [first, last) that no ".." takes back. Walks from the end: there a directory stays
+    /// exactly if every ".." met so far has been used up.
+    void directories(const char* first, const char* last) {
+        Items::const_iterator next = items_.end();
+        unsigned int parents = 0;
+        const char* rest = last;
+        for (const char* end = trim_separators(first, last); end != first;) {
+            const char* const begin = item_begin(first, end);
+            if (is_parent(begin, end)) {
+                ++parents;
+            } else if (is_current(begin, end)) {
+            } else if (parents != 0) {
+                --parents;
+            } else {
+                next = items_.insert(next, Item(KordSplitPath::Directory, begin, end));
+                rest = begin;
+            }
+            end = trim_separators(first, begin);
+        }
+        if (parents != 0) unresolved(first, rest, next);
+    }
+
+    /// Adds, before `next`, every ".." of [first, last) that has no directory before it to take back. None of the
+    /// directories here stays.
+    void unresolved(const char* first, const char* last, Items::const_iterator next) {
+        unsigned int depth = 0;
+        while ((first = skip_separators(first, last)) != last) {
+            const char* const end = find(first, last, separator);
+            if (is_parent(first, end)) {
+                if (depth == 0) {
+                    items_.insert(next, Item(KordSplitPath::Parent, end, end));
+                } else {
+                    --depth;
+                }
+            } else if (!is_current(first, end)) {
+                ++depth;
+            }
+            first = end;
+        }
+    }
+
+    void file_name(const char* first) {
+        const char* dot = find(first, last_, '.');
+        add(KordSplitPath::FileName, first, dot);
+        while (dot != last_) {
+            const char* const begin = dot + 1;
+            dot = find(begin, last_, '.');
+            add(KordSplitPath::Extension, begin, dot);
+        }
+    }
+
+    Items& items_;
+    const char* at_;
+    const char* const last_;
+};
+
+} // namespace
+
+KordSplitPath::KordSplitPath(const astring& path) : raw_(path) {
+    if (raw_.empty()) return;
+    char* const last = raw_.end();
+    char* first = raw_.begin();
+    while (first != last && kord::has_flag(*first, kordSpace))
+        ++first;
+    if (first == last) return;
+    kord::transform(first, last, SlashToSeparator());
+    relative_ = Splitter(items_, first, last).split();
+}
+
+KordSplitPath::KordSplitPath(const KordSplitPath& other) = default;
+
+KordSplitPath& KordSplitPath::operator=(const KordSplitPath& other) {
+    items_ = other.items_; // the only step that can fail, and then it changes nothing
+    raw_ = other.raw_;
+    relative_ = other.relative_;
+    return *this;
+}
+
+KordSplitPath::~KordSplitPath() = default;
+
+KordSplitPath::const_iterator KordSplitPath::Begin() const noexcept {
+    return items_.begin();
+}
+
+KordSplitPath::const_iterator KordSplitPath::End() const noexcept {
+    return items_.end();
+}
+
+bool KordSplitPath::Relative() const noexcept {
+    return relative_;
+}
+
+const astring& KordSplitPath::RawPathname() const noexcept {
+    return raw_;
+}
