@@ -174,8 +174,8 @@ BasicString<T>& BasicString<T>::replace(T* first, T* last, const T* sfirst, cons
     const std::size_t added = static_cast<std::size_t>(slast - sfirst);
     const std::size_t after = static_cast<std::size_t>(end_ - last);
     // An emptied string holds a block but no place in it.
-    const bool in_place = body_ != nullptr && body_->count == 1 && begin_ != nullptr && removed >= added &&
-                          !lies_in(body_, sfirst, slast);
+    const bool in_place =
+        body_ != nullptr && body_->count == 1 && first != nullptr && removed >= added && !lies_in(body_, sfirst, slast);
     if (in_place) {
         kord::copy_characters(first, sfirst, added);
         std::memmove(first + added, last, after * sizeof(T));

@@ -145,7 +145,10 @@ class KORD_API aliteral : public KordCharacterRange<char> {
     KORD_EMIT aliteral(const aliteral& other) noexcept : KordCharacterRange<char>(other) {}
     KORD_EMIT ~aliteral() override {}
 
-    KORD_EMIT aliteral& operator=(const aliteral& other) noexcept { return assign(other.begin_, other.end_); }
+    KORD_EMIT aliteral& operator=(const aliteral& other) noexcept {
+        assign(other.begin_, other.end_);
+        return *this;
+    }
     /// Aims at the characters of any range, a string included; valid while that text stays as it is.
     KORD_EMIT aliteral& assign(const KordCharacterRange<char>& range) noexcept {
         return assign(range.begin(), range.end());
@@ -177,7 +180,10 @@ class KORD_API uliteral : public KordCharacterRange<unsigned short> {
     KORD_EMIT uliteral(const uliteral& other) noexcept : KordCharacterRange<unsigned short>(other) {}
     KORD_EMIT ~uliteral() override {}
 
-    KORD_EMIT uliteral& operator=(const uliteral& other) noexcept { return assign(other.begin_, other.end_); }
+    KORD_EMIT uliteral& operator=(const uliteral& other) noexcept {
+        assign(other.begin_, other.end_);
+        return *this;
+    }
     KORD_EMIT uliteral& assign(const KordCharacterRange<unsigned short>& range) noexcept {
         return assign(range.begin(), range.end());
     }

@@ -6,12 +6,11 @@
 
 #include <gtest/gtest.h>
 
-#include <list>
 #include <string>
 #include <string_view>
 #include <vector>
 
-/// The names of one width's classes, for tests written once for both.
+/// The classes of one width, for tests written once for both.
 template <class T>
 struct Width;
 template <>
@@ -35,44 +34,35 @@ using Widths = ::testing::Types<char, unsigned short>;
 template <class T>
 class Units {
   public:
-    Units(std::string_view text) {
-        for (const char c : text)
-            units_.push_back(static_cast<T>(c));
-        units_.push_back(0);
-    }
+    Units(std::string_view text) : units_(text.begin(), text.end()) { units_.push_back(0); }
     operator const T*() const { return units_.data(); }
-    T* data() { return units_.data(); }
 
   private:
     std::vector<T> units_;
 };
 
-/// Text that outlives every string aimed at it.
 template <class T>
-const T* lasting(std::string_view text) {
-    static std::list<Units<T>> all;
-    return all.emplace_back(text);
+String<T> make(std::string_view text) {
+    return String<T>(Units<T>(text), text.size());
 }
 
-/// A range as readable text: units above 126 as {code}.
+/// The codes of a range.
 template <class T>
-std::string show(const KordCharacterRange<T>& range) {
-    std::string out;
-    for (const T c : range) {
-        const unsigned int code = static_cast<std::make_unsigned_t<T>>(c);
-        if (code != 0 && code < 127) {
-            out += static_cast<char>(code);
-        } else {
-            out += '{' + std::to_string(code) + '}';
-        }
-    }
+std::u32string codes(const KordCharacterRange<T>& range) {
+    std::u32string out;
+    for (const T c : range)
+        out += static_cast<std::make_unsigned_t<T>>(c);
     return out;
 }
 
-/// A string of ASCII text, zeros included.
+/// A range as readable text; codes without a printable character as {code}.
 template <class T>
-String<T> make(std::string_view text) {
-    return String<T>(Units<T>(text), static_cast<unsigned int>(text.size()));
+std::string show(const KordCharacterRange<T>& range) {
+    std::string out;
+    for (const char32_t c : codes(range)) {
+        out += c >= 32 && c < 127 ? std::string(1, static_cast<char>(c)) : '{' + std::to_string(c) + '}';
+    }
+    return out;
 }
 
 /// Lends a string's block to the tests, as a derived class may.
