@@ -16,7 +16,8 @@ namespace {
 using benchmark::DoNotOptimize;
 using benchmark::State;
 
-constexpr const char* six_items = "C:/work/project/source/file.cpp";
+constexpr const char* six_items = "C:/work/project/source/file.cpp"; // Drive, three directories, name and extension
+constexpr const char* six_names = "work/project/source/include/kord/Makefile";
 constexpr const char* detours = "/home/user/./project/build/../source/../include/kord/path.h";
 
 std::string deep() {
@@ -57,6 +58,7 @@ void blocks_alone(State& state) {
 const bool registered = [] {
     using benchmark::RegisterBenchmark;
     for (const auto& [name, text] : {std::pair<std::string, std::string>{"path/six items/", six_items},
+                                     {"path/six names/", six_names},
                                      {"path/detours/", detours},
                                      {"path/1000 items/", deep()}}) {
         RegisterBenchmark((name + "kord").c_str(), kord_split, text);

@@ -44,8 +44,8 @@ template <class Text>
 void copy(State& state) {
     const Text source = text_of<Text>(100);
     for (auto _ : state) {
-        Text made(source);
-        DoNotOptimize(made);
+        const Text made(source);
+        DoNotOptimize(made.data());
     }
 }
 
@@ -241,8 +241,8 @@ void register_qt() {
     const auto copy = [](State& state) {
         const QString source = qt_text<QString>(100);
         for (auto _ : state) {
-            QString made(source);
-            DoNotOptimize(made);
+            const QString made(source);
+            DoNotOptimize(made.data());
         }
     };
     const auto change = [](auto text, auto how) {

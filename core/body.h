@@ -32,15 +32,14 @@ void set_size(BasicStringBody<T>* body, unsigned int c) noexcept {
     body->first()[c] = 0;
 }
 
-/// A block for `c` characters with a count of 1, holding the first `n` (at most `c`) of `text`.
+/// A block for `c` characters with a count of 1. Its slots are indeterminate but for the two terminators.
 template <class T>
-BasicStringBody<T>* new_body(unsigned int c, const T* text, unsigned int n) {
+BasicStringBody<T>* new_body(unsigned int c) {
+    if (c > detail::length_limit) fail_length();
     auto* const body = static_cast<BasicStringBody<T>*>(std::malloc(BasicStringBody<T>::block_size(c)));
     if (body == nullptr) fail_memory();
     body->count = 1;
     set_size(body, c);
-    copy_characters(body->first(), text, n);
-    body->first()[n] = 0; // so that `c_str` never looks at a slot that nobody wrote
     return body;
 }
 
@@ -53,10 +52,9 @@ BasicStringBody<T>* grow_body(BasicStringBody<T>* body, unsigned int c) {
     return body;
 }
 
-/// Gives back a reference to a block, if there is one.
 template <class T>
-void release_body(BasicStringBody<T>* body) noexcept {
-    if (body != nullptr && --body->count == 0) std::free(body);
+void free_body(BasicStringBody<T>* body) noexcept {
+    std::free(body);
 }
 
 } // namespace kord

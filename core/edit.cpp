@@ -24,21 +24,6 @@ bool lies_in(BasicStringBody<T>* body, const T* first, const T* last) noexcept {
     return distance < body->capacity || (distance == body->capacity && first != last);
 }
 
-/// A second reference to the block that a source lies in, for as long as this lives: `reserve` then copies the text
-/// instead of growing the block under the source.
-template <class T>
-class Hold {
-  public:
-    Hold(BasicStringBody<T>* body, const KordCharacterRange<T>& source) noexcept
-        : body_(lies_in(body, source.begin(), source.end()) ? BasicStringBody<T>::retain(body) : nullptr) {}
-    ~Hold() { kord::release_body(body_); }
-    Hold(const Hold&) = delete;
-    Hold& operator=(const Hold&) = delete;
-
-  private:
-    BasicStringBody<T>* body_;
-};
-
 /// A pointer into the string's own text as the editing forms take and return it.
 template <class T>
 T* place(const T* p) noexcept {
@@ -47,32 +32,49 @@ T* place(const T* p) noexcept {
 
 } // namespace
 
+// A source in the string's own block gets a second reference to it for as long as it is needed: `reserve` then copies
+// the text instead of growing the block under the source.
+
 template <class T>
 BasicString<T>& BasicString<T>::append(const KordCharacterRange<T>& r) {
     // The range may be this very string: read it before anything moves.
     const T* const source = r.begin();
     const unsigned int k = r.length();
     const unsigned int n = length();
-    const Hold<T> hold(body_, r);
-    reserve(sum(n, k));
-    end_ = begin_ + n + k;
-    kord::copy_characters(body_->first() + n, source, k);
+    const unsigned int m = sum(n, k);
+    const bool own = lies_in(body_, source, r.end());
+    if (!own && m <= lengthLimit && body_ != nullptr && body_->owned_from(begin_) && body_->fits(m)) {
+        // Most appends need nothing but the copy.
+        kord::copy_characters(body_->first() + n, source, k);
+        body_->first()[m] = 0;
+        end_ = begin_ + m;
+        return *this;
+    }
+    BasicString<T> hold;
+    if (own) hold.link(body_);
+    kord::copy_characters(get_buffer(m) + n, source, k);
     return *this;
 }
 
 template <class T>
 BasicString<T>& BasicString<T>::append(unsigned int n, T c) {
-    return insert(length(), n, c);
+    const unsigned int old = length();
+    T* const at = get_buffer(sum(old, n)) + old;
+    if (n == 1) {
+        *at = c; // what `+=` asks for when a block is full
+    } else {
+        std::fill_n(at, n, c);
+    }
+    return *this;
 }
 
 template <class T>
 BasicString<T>& BasicString<T>::assign(const KordCharacterRange<T>& r) {
     const T* const source = r.begin();
     const unsigned int k = r.length();
-    const Hold<T> hold(body_, r);
-    reserve(k);
-    end_ = begin_ + k;
-    kord::copy_characters(body_->first(), source, k);
+    BasicString<T> hold;
+    if (lies_in(body_, source, r.end())) hold.link(body_);
+    kord::copy_characters(get_buffer(k), source, k);
     return *this;
 }
 

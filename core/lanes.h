@@ -63,6 +63,12 @@ struct Lanes {
     static unsigned int last_lane(unsigned int mask) noexcept {
         return (31u - static_cast<unsigned int>(__builtin_clz(mask))) / static_cast<unsigned int>(sizeof(T));
     }
+    /// The lanes of a mask that lie before `lane`, which may be `count`.
+    static unsigned int lanes_before(unsigned int mask, unsigned int lane) noexcept {
+        return mask & ((1u << lane * sizeof(T)) - 1);
+    }
+    /// The mask of one lane.
+    static unsigned int lane_bit(unsigned int lane) noexcept { return 1u << lane * sizeof(T); }
 };
 
 #else
@@ -122,6 +128,10 @@ struct Lanes {
     static unsigned int last_lane(unsigned int mask) noexcept {
         return 31u - static_cast<unsigned int>(__builtin_clz(mask));
     }
+    static unsigned int lanes_before(unsigned int mask, unsigned int lane) noexcept {
+        return mask & ((1u << lane) - 1);
+    }
+    static unsigned int lane_bit(unsigned int lane) noexcept { return 1u << lane; }
 
   private:
     template <class F>

@@ -23,6 +23,21 @@ class Is {
     T c_;
 };
 
+/// A matcher: characters equal to `c` or to `d`.
+template <class T>
+class IsEither {
+  public:
+    IsEither(T c, T d) noexcept
+        : c_lanes_(Lanes<T>::splat(static_cast<unsigned int>(c))),
+          d_lanes_(Lanes<T>::splat(static_cast<unsigned int>(d))), c_(c), d_(d) {}
+    unsigned int operator()(Lanes<T> x) const noexcept { return (equal(x, c_lanes_) | equal(x, d_lanes_)).mask(); }
+    bool operator()(T x) const noexcept { return x == c_ || x == d_; }
+
+  private:
+    Lanes<T> c_lanes_, d_lanes_;
+    T c_, d_;
+};
+
 /// The first character that the matcher takes; `last` if there is none.
 template <class T, class Matcher>
 const T* scan_forward(const T* first, const T* last, const Matcher& matches) noexcept {
@@ -58,8 +73,53 @@ const T* scan_backward(const T* first, const T* last, const Matcher& matches) no
     }
 }
 
-/// Replaces every character by what the map gives for it. Applying the map twice must be the same as once, since some
-/// characters near the end may be mapped again.
+/// Walks all matches from the back to the front; each block is looked at once.
+template <class T, class Matcher>
+class BackwardMatches {
+  public:
+    BackwardMatches(const T* first, const T* last, const Matcher& matches) noexcept
+        : matches_(matches), first_(first), at_(last), whole_(last - first >= block) {}
+
+    /// The next match towards the front; null if there is none.
+    const T* next() noexcept {
+        while (mask_ == 0) {
+            if (at_ == first_) return nullptr;
+            load();
+        }
+        const unsigned int lane = Lanes<T>::last_lane(mask_);
+        mask_ = Lanes<T>::lanes_before(mask_, lane);
+        return at_ + lane;
+    }
+
+  private:
+    static constexpr std::ptrdiff_t block = Lanes<T>::count;
+
+    void load() noexcept {
+        const std::ptrdiff_t left = at_ - first_;
+        if (left >= block) {
+            at_ -= block;
+            mask_ = matches_(Lanes<T>::load(at_));
+            return;
+        }
+        at_ = first_;
+        if (whole_) {
+            mask_ = Lanes<T>::lanes_before(matches_(Lanes<T>::load(at_)), static_cast<unsigned int>(left));
+            return;
+        }
+        for (unsigned int lane = 0; lane != left; ++lane) {
+            if (matches_(at_[lane])) mask_ |= Lanes<T>::lane_bit(lane);
+        }
+    }
+
+    const Matcher matches_;
+    const T* const first_;
+    const T* at_; // where the block begins that the mask is of
+    const bool whole_;
+    unsigned int mask_ = 0;
+};
+
+/// Replaces every character by what the map gives for it. Where the last block overlaps the one before it, both write
+/// the same: all of it is read before anything there is written.
 template <class T, class Map>
 void transform(T* first, T* last, const Map& map) noexcept {
     constexpr std::ptrdiff_t block = Lanes<T>::count;
@@ -68,9 +128,10 @@ void transform(T* first, T* last, const Map& map) noexcept {
             *first = map(*first);
         return;
     }
+    const Lanes<T> end = map(Lanes<T>::load(last - block));
     for (; last - first > block; first += block)
         map(Lanes<T>::load(first)).store(first);
-    map(Lanes<T>::load(last - block)).store(last - block);
+    end.store(last - block);
 }
 
 } // namespace kord

@@ -9,36 +9,48 @@
 template <class T>
 BasicString<T>::BasicString(const T* text, unsigned int n) {
     if (text == nullptr) return;
-    reserve(n);
-    end_ = begin_ + n;
-    kord::copy_characters(body_->first(), text, n);
+    body_ = kord::new_body<T>(n);
+    T* const first = body_->first();
+    begin_ = first;
+    end_ = first + n;
+    kord::copy_characters(first, text, n);
 }
 
 template <class T>
-void BasicString<T>::unlink(BasicStringBody<T>* body) noexcept {
-    kord::release_body(body_);
-    body_ = body;
+BasicString<T>::BasicString(unsigned int n, T c) {
+    body_ = kord::new_body<T>(n);
+    T* const first = body_->first();
+    begin_ = first;
+    end_ = first + n;
+    std::fill_n(first, n, c);
 }
 
-// Five cases: too long, no block, a block that is too small, one that does, and one that is not the string's alone.
+template <class T>
+void BasicString<T>::release(BasicStringBody<T>* body) noexcept {
+    if (body != nullptr && --body->count == 0) kord::free_body(body);
+}
+
+// Five cases: too long; a block of its own that does, or that is too small; no block; and one that is not its alone.
 template <class T>
 void BasicString<T>::reserve(unsigned int c) {
     if (c > lengthLimit) kord::fail_length();
-    const unsigned int n = length();
+    unsigned int n = length();
     if (body_ != nullptr && body_->owned_from(begin_)) {
-        if (!body_->fits(c)) {
-            body_ = kord::grow_body(body_, c);
-            begin_ = body_->first();
-            end_ = begin_ + n;
-        } else if (c >= n) {
-            body_->first()[c] = 0;
+        if (body_->fits(c)) {
+            if (c >= n) body_->first()[c] = 0;
+            return;
         }
-        return;
+        body_ = kord::grow_body(body_, c);
+    } else {
+        // Foreign text is cut to what was asked for; a text in a block never is.
+        if (body_ == nullptr) n = std::min(n, c);
+        BasicStringBody<T>* const body = kord::new_body<T>(std::max(c, n));
+        kord::copy_characters(body->first(), begin_, n);
+        body->first()[n] = 0; // so that `c_str` never looks at a slot that nobody wrote
+        unlink(body);
     }
-    const unsigned int kept = body_ == nullptr ? std::min(n, c) : n;
-    unlink(kord::new_body(std::max(c, kept), begin_, kept));
     begin_ = body_->first();
-    end_ = begin_ + kept;
+    end_ = begin_ + n;
 }
 
 namespace {
@@ -60,13 +72,6 @@ const T* BasicString<T>::c_str() const {
     if (begin_ == end_) return empty_text<T>;
     if (*end_ != 0) changeable(*this).reserve(length());
     return begin_;
-}
-
-template <class T>
-T* BasicString<T>::get_buffer(unsigned int n) {
-    reserve(n);
-    end_ = begin_ + n;
-    return body_->first();
 }
 
 template <class T>

@@ -10,35 +10,26 @@ namespace {
 using Item = KordSplitPath::Item;
 using Items = os_list<Item>;
 
-constexpr char separator = '\\';
-
-/// For `transform`: every slash becomes a separator, which differs from it in fixed bits.
-struct SlashToSeparator {
+/// For `transform`: every slash becomes a backslash, which differs from it in fixed bits.
+struct SlashToBackslash {
     using L = kord::Lanes<char>;
-    L operator()(L x) const noexcept { return x ^ (equal(x, L::splat('/')) & L::splat('/' ^ separator)); }
-    char operator()(char c) const noexcept { return c == '/' ? separator : c; }
+    L operator()(L x) const noexcept { return x ^ (equal(x, L::splat('/')) & L::splat('/' ^ '\\')); }
+    char operator()(char c) const noexcept { return c == '/' ? '\\' : c; }
 };
 
+using IsSeparator = kord::IsEither<char>;
 const char* find(const char* first, const char* last, char c) noexcept {
     return kord::scan_forward(first, last, kord::Is<char>(c));
 }
 
+const char* find_separator(const char* first, const char* last) noexcept {
+    return kord::scan_forward(first, last, IsSeparator('/', '\\'));
+}
+
 const char* skip_separators(const char* first, const char* last) noexcept {
-    while (first != last && *first == separator)
+    while (first != last && (*first == '/' || *first == '\\'))
         ++first;
     return first;
-}
-
-const char* trim_separators(const char* first, const char* last) noexcept {
-    while (first != last && last[-1] == separator)
-        --last;
-    return last;
-}
-
-/// Where the item that ends at `last` begins.
-const char* item_begin(const char* first, const char* last) noexcept {
-    const char* const p = kord::scan_backward(first, last, kord::Is<char>(separator));
-    return p == last ? first : p + 1;
 }
 
 bool is_current(const char* first, const char* last) noexcept {
@@ -49,8 +40,7 @@ bool is_parent(const char* first, const char* last) noexcept {
     return last - first == 2 && first[0] == '.' && first[1] == '.';
 }
 
-/// Splits a path of separators and names into items: first the prefix, then the directories up to the last name, then
-/// that. Only items that stay in the result are ever made.
+/// Splits a path of separators and names into items. Only items that stay in the result are ever made.
 class Splitter {
   public:
     Splitter(Items& items, const char* first, const char* last) noexcept : items_(items), at_(first), last_(last) {}
@@ -58,9 +48,7 @@ class Splitter {
     /// Returns whether the path is relative.
     bool split() {
         const bool relative = prefix();
-        const char* const name = last_name();
-        directories(at_, name);
-        if (name != last_) file_name(name);
+        names();
         return relative;
     }
 
@@ -70,7 +58,7 @@ class Splitter {
     }
     /// Adds the item that begins here.
     void take(KordSplitPath::ItemKind kind) {
-        const char* const end = find(at_, last_, separator);
+        const char* const end = find_separator(at_, last_);
         add(kind, at_, end);
         at_ = end;
     }
@@ -86,7 +74,7 @@ class Splitter {
             take(KordSplitPath::Share);
             return false;
         }
-        const char* const end = find(at_, last_, separator);
+        const char* const end = find_separator(at_, last_);
         const char* const colon = find(at_, end, ':');
         if (colon != end) {
             add(KordSplitPath::Drive, at_, colon + 1);
@@ -102,48 +90,51 @@ class Splitter {
     void mount(const char* end) {
         if (end - at_ != 3 || at_[0] != 'M' || at_[1] != 'N' || at_[2] != 'T') return;
         const char* const drive = skip_separators(end, last_);
-        const char* const drive_end = find(drive, last_, separator);
+        const char* const drive_end = find_separator(drive, last_);
         if (drive_end - drive != 2 || !kord::has_flag(drive[0], kordUpper | kordLower) || drive[1] != ':') return;
         add(KordSplitPath::Mount, at_, end);
         add(KordSplitPath::Drive, drive, drive_end);
         at_ = drive_end;
     }
 
-    /// Where the last item begins if it names a file; otherwise the end.
-    const char* last_name() const noexcept {
-        if (at_ == last_ || last_[-1] == separator) return last_;
-        const char* const name = item_begin(at_, last_);
-        return is_parent(name, last_) ? last_ : name;
-    }
-
-    /// Adds the directories of [first, last) that no ".." takes back. Walks from the end: there a directory stays
-    /// exactly if every ".." met so far has been used up.
-    void directories(const char* first, const char* last) {
+    /// Adds the items after the prefix. Walks them from the end, where a directory stays exactly if every ".." met so
+    /// far has been used up, and the first one met is the file's name unless a separator follows.
+    void names() {
         Items::const_iterator next = items_.end();
+        const char* rest = last_; // where the items that stay begin
+        const char* name = nullptr;
         unsigned int parents = 0;
-        const char* rest = last;
-        for (const char* end = trim_separators(first, last); end != first;) {
-            const char* const begin = item_begin(first, end);
-            if (is_parent(begin, end)) {
+        kord::BackwardMatches<char, IsSeparator> separators(at_, last_, IsSeparator('/', '\\'));
+        for (const char* end = last_; end != nullptr;) {
+            const char* const slash = separators.next();
+            const char* const begin = slash == nullptr ? at_ : slash + 1;
+            if (begin == end) {
+                // Between two separators, or after the last one.
+            } else if (is_parent(begin, end)) {
                 ++parents;
+            } else if (end == last_) {
+                name = rest = begin;
             } else if (is_current(begin, end)) {
+                // Stands for nothing.
             } else if (parents != 0) {
                 --parents;
             } else {
                 next = items_.insert(next, Item(KordSplitPath::Directory, begin, end));
                 rest = begin;
             }
-            end = trim_separators(first, begin);
+            end = slash;
         }
-        if (parents != 0) unresolved(first, rest, next);
+        if (parents != 0) unresolved(rest, next);
+        if (name != nullptr) file_name(name);
     }
 
-    /// Adds, before `next`, every ".." of [first, last) that has no directory before it to take back. None of the
+    /// Adds, before `next`, every ".." up to `last` that has no directory before it to take back. None of the
     /// directories here stays.
-    void unresolved(const char* first, const char* last, Items::const_iterator next) {
+    void unresolved(const char* last, Items::const_iterator next) {
         unsigned int depth = 0;
+        const char* first = at_;
         while ((first = skip_separators(first, last)) != last) {
-            const char* const end = find(first, last, separator);
+            const char* const end = find_separator(first, last);
             if (is_parent(first, end)) {
                 if (depth == 0) {
                     items_.insert(next, Item(KordSplitPath::Parent, end, end));
@@ -176,13 +167,13 @@ class Splitter {
 
 KordSplitPath::KordSplitPath(const astring& path) : raw_(path) {
     if (raw_.empty()) return;
-    char* const last = raw_.end();
     char* first = raw_.begin();
+    char* const last = first + raw_.length();
     while (first != last && kord::has_flag(*first, kordSpace))
         ++first;
     if (first == last) return;
-    kord::transform(first, last, SlashToSeparator());
     relative_ = Splitter(items_, first, last).split();
+    kord::transform(first, last, SlashToBackslash()); // last: reading what was just written would have to wait for it
 }
 
 KordSplitPath::KordSplitPath(const KordSplitPath& other) = default;

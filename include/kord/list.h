@@ -104,7 +104,11 @@ class os_list {
     /// A list of copies, with the allocator of the other. Linear.
     os_list(const os_list& other) : os_list(other.allocator_) { *this = other; }
     ~os_list() {
-        erase_from(sentinel_->next);
+        for (node* at = sentinel_->next; at != sentinel_;) {
+            node* const next = at->next;
+            release(at);
+            at = next;
+        }
         release(sentinel_);
     }
 

@@ -40,8 +40,9 @@ struct BasicStringBody {
     static constexpr unsigned int capacity_for(unsigned int c) noexcept {
         return static_cast<unsigned int>(block_size(c) - sizeof(BasicStringBody) - sizeof(T));
     }
-    /// Does the block do for `c` characters?
-    bool fits(unsigned int c) const noexcept { return capacity >= capacity_for(c); }
+    /// Does the block do for `c` characters? Every block has a size of the rule, so this is the same as asking whether
+    /// the rule's capacity for `c` is larger than the block's.
+    bool fits(std::size_t c) const noexcept { return c * sizeof(T) <= capacity; }
     /// May the one string that starts at `begin` write here? Only if nobody else holds the block and it starts at the
     /// first slot.
     bool owned_from(const T* begin) noexcept { return count <= 1 && begin == first(); }
@@ -55,10 +56,11 @@ struct BasicStringBody {
     /// there is room; says whether it did.
     static bool push(BasicStringBody* body, const T* begin, const T* end, T c) noexcept {
         if (body == nullptr || !body->owned_from(begin)) return false;
-        const std::size_t n = static_cast<std::size_t>(end - begin);
-        if (n >= kord::detail::length_limit || !body->fits(static_cast<unsigned int>(n) + 1)) return false;
-        body->first()[n] = c;
-        body->first()[n + 1] = T{};
+        const std::size_t bytes = static_cast<std::size_t>(end - begin) * sizeof(T);
+        if (bytes >= kord::detail::length_limit * sizeof(T) || bytes + sizeof(T) > body->capacity) return false;
+        T* const at = const_cast<T*>(end);
+        at[0] = c;
+        at[1] = T{};
         return true;
     }
 };
@@ -102,7 +104,7 @@ class KORD_API BasicString : public KordCharacterRange<T> {
         if (body_->count > 1) {
             --body_->count;
         } else {
-            unlink(nullptr);
+            release(body_);
         }
     }
 
@@ -160,7 +162,11 @@ class KORD_API BasicString : public KordCharacterRange<T> {
 
     /// Unshares, sets the length to `n` and returns the characters for the caller to write: `n` and a zero. Those past
     /// the old length are indeterminate. Follow with `release_buffer`.
-    T* get_buffer(unsigned int n);
+    T* get_buffer(unsigned int n) {
+        reserve(n);
+        end_ = begin_ + n;
+        return body_->first();
+    }
     /// Sets the length to `n`, or with `npos` to the index of the first zero in the text if there is one. Terminates
     /// the text; characters past the old length become zero.
     void release_buffer(unsigned int n);
@@ -264,6 +270,8 @@ class KORD_API BasicString : public KordCharacterRange<T> {
     }
     /// A copy of `n` characters, zeros included; the null string if `text` is null.
     BasicString(const T* text, unsigned int n);
+    /// `n` times `c`; always in a block.
+    BasicString(unsigned int n, T c);
     /// Views [first, last) of the text of `s`, sharing its block.
     BasicString(const BasicString<T>& s, const T* first, const T* last) noexcept
         : body_(BasicStringBody<T>::retain(s.body_)) {
@@ -278,7 +286,14 @@ class KORD_API BasicString : public KordCharacterRange<T> {
     void link(BasicStringBody<T>* body) noexcept { unlink(BasicStringBody<T>::retain(body)); }
     /// Drops the reference held, freeing the block if it was the last, and stores `body` with the reference that the
     /// caller hands over; the range stays.
-    void unlink(BasicStringBody<T>* body) noexcept;
+    void unlink(BasicStringBody<T>* body) noexcept {
+        release(body_);
+        body_ = body;
+    }
+
+    /// Gives back a reference to a block, if there is one, and frees the block if it was the last. Not told which
+    /// string it is for, so that a string that is only looked at can stay in registers.
+    static void release(BasicStringBody<T>* body) noexcept;
 
     BasicStringBody<T>* body_ = nullptr;
 };
@@ -316,7 +331,7 @@ class KORD_API astring : public BasicString<char> {
 
     // Copying: one allocation, also for an empty text; a null pointer makes the null string.
     /// `n` times `c`.
-    KORD_EMIT astring(unsigned int n, char c) { assign(n, c); }
+    KORD_EMIT astring(unsigned int n, char c) : BasicString<char>(n, c) {}
     /// Zero-terminated text.
     KORD_EMIT astring(const char* text)
         : BasicString<char>(text, kord::detail::to_count(kord::detail::text_length(text))) {}
@@ -391,7 +406,7 @@ class KORD_API ustring : public BasicString<unsigned short> {
     KORD_EMIT ustring(BasicStringBody<unsigned short>* body, unsigned short* first, unsigned int n) noexcept
         : BasicString<unsigned short>(body, first, n) {}
 
-    KORD_EMIT ustring(unsigned int n, unsigned short c) { assign(n, c); }
+    KORD_EMIT ustring(unsigned int n, unsigned short c) : BasicString<unsigned short>(n, c) {}
     KORD_EMIT ustring(const unsigned short* text)
         : BasicString<unsigned short>(text, kord::detail::to_count(kord::detail::text_length(text))) {}
     KORD_EMIT ustring(const unsigned short* text, unsigned int n) : BasicString<unsigned short>(text, n) {}
