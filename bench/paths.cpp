@@ -62,7 +62,7 @@ const bool registered = [] {
                                      {"path/detours/", detours},
                                      {"path/1000 items/", deep()}}) {
         RegisterBenchmark((name + "kord").c_str(), kord_split, text);
-        RegisterBenchmark((name + "std::filesystem").c_str(), std_split, text);
+        RegisterBenchmark((name + "std-filesystem").c_str(), std_split, text);
     }
     RegisterBenchmark("path/six items/blocks alone", blocks_alone);
     return true;
