@@ -54,25 +54,6 @@ const T* scan_forward(const T* first, const T* last, const Matcher& matches) noe
     }
 }
 
-/// The last character that the matcher takes; `last` if there is none.
-template <class T, class Matcher>
-const T* scan_backward(const T* first, const T* last, const Matcher& matches) noexcept {
-    constexpr std::ptrdiff_t block = Lanes<T>::count;
-    if (last - first < block) {
-        for (const T* p = last; p != first;) {
-            if (matches(*--p)) return p;
-        }
-        return last;
-    }
-    for (const T* end = last;; end -= block) {
-        if (end - first < block) end = first + block;
-        if (const unsigned int mask = matches(Lanes<T>::load(end - block))) {
-            return end - block + Lanes<T>::last_lane(mask);
-        }
-        if (end - first == block) return last;
-    }
-}
-
 /// Walks all matches from the back to the front; each block is looked at once.
 template <class T, class Matcher>
 class BackwardMatches {
@@ -106,7 +87,7 @@ class BackwardMatches {
             mask_ = Lanes<T>::lanes_before(matches_(Lanes<T>::load(at_)), static_cast<unsigned int>(left));
             return;
         }
-        for (unsigned int lane = 0; lane != left; ++lane) {
+        for (unsigned int lane = 0; lane != static_cast<unsigned int>(left); ++lane) {
             if (matches_(at_[lane])) mask_ |= Lanes<T>::lane_bit(lane);
         }
     }

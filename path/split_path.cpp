@@ -108,14 +108,12 @@ class Splitter {
         for (const char* end = last_; end != nullptr;) {
             const char* const slash = separators.next();
             const char* const begin = slash == nullptr ? at_ : slash + 1;
-            if (begin == end) {
-                // Between two separators, or after the last one.
-            } else if (is_parent(begin, end)) {
+            if (is_parent(begin, end)) {
                 ++parents;
-            } else if (end == last_) {
+            } else if (end == last_ && begin != end) {
                 name = rest = begin;
-            } else if (is_current(begin, end)) {
-                // Stands for nothing.
+            } else if (begin == end || is_current(begin, end)) {
+                // Beside another separator, or standing for nothing.
             } else if (parents != 0) {
                 --parents;
             } else {

@@ -42,7 +42,7 @@ TEST(Chars, TheTableCarriesEachFlagWhereItIsStated) {
         entries.insert(kordType[c]);
     }
     EXPECT_EQ(entries.size(), 15u);
-    EXPECT_TRUE(kordType['x'] & kordLower && kordType['7'] & kordNonZeroDigit && kordType[','] & kordDecimalSeparator);
+    EXPECT_TRUE(kordType[120] & kordLower && kordType[55] & kordNonZeroDigit && kordType[44] & kordDecimalSeparator);
     EXPECT_STREQ(kordDigits[0], "0123456789abcdef");
     EXPECT_STREQ(kordDigits[1], "0123456789ABCDEF");
 }

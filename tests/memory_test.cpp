@@ -18,24 +18,24 @@ TYPED_TEST(Memory, ARefusedBlockIsABadAllocation) {
     const Units<TypeParam> text("text");
     String<TypeParam> s;
     std::string said;
-    heap::fail_after(0);
+    heap.left = 0;
     try {
         s.reserve(1);
     } catch (const std::bad_alloc& e) {
         said = e.what();
     }
-    heap::recover();
+    heap.left = -1;
     EXPECT_EQ(said, "bad allocation");
-    const long before = heap::live_blocks();
-    EXPECT_EQ(heap::fail_each([&] { String<TypeParam>(text, 4u); }, [] {}), 1);
-    EXPECT_EQ(heap::fail_each([&] { String<TypeParam>(300u, 'x'); }, [] {}), 1);
-    EXPECT_EQ(heap::live_blocks(), before);
+    const long before = heap.blocks;
+    EXPECT_EQ(heap.fail_each([&] { String<TypeParam>(text, 4u); }, [] {}), 1);
+    EXPECT_EQ(heap.fail_each([&] { String<TypeParam>(300u, 'x'); }, [] {}), 1);
+    EXPECT_EQ(heap.blocks, before);
 }
 
 TYPED_TEST(Memory, AnEditAllocatesOneBlockOrNone) {
     const Units<TypeParam> longer("a longer text than that");
     String<TypeParam> s = make<TypeParam>("abc"), t;
-    const auto blocks = [](auto edit) { return heap::fail_each(edit, [] {}); };
+    const auto blocks = [](auto edit) { return heap.fail_each(edit, [] {}); };
     EXPECT_EQ(blocks([&] { s.replace(1, 1, longer); }), 1);
     EXPECT_EQ(blocks([&] { s.insert(3, 40, 'x'); }), 1);
     EXPECT_EQ(blocks([&] { s.append(s); }), 1);
@@ -45,11 +45,11 @@ TYPED_TEST(Memory, AnEditAllocatesOneBlockOrNone) {
 }
 
 TEST(PathMemory, SplittersAreUnchangedAndLeakNothing) {
-    const long blocks = heap::live_blocks(), nodes = heap::live_nodes();
+    const long blocks = heap.blocks, nodes = heap.nodes;
     {
         const astring path("//server/share/a/../b/./c.tar.gz");
         std::optional<KordSplitPath> split, copy;
-        EXPECT_EQ(heap::fail_each([&] { split.emplace(path); }, [] {}), 8); // text, sentinel and six items
+        EXPECT_EQ(heap.fail_each([&] { split.emplace(path); }, [] {}), 8); // text, sentinel and six items
         KordSplitPath target("../x");
         const auto unchanged = [&] {
             EXPECT_EQ(show(target.RawPathname()), "..\\x");
@@ -57,22 +57,22 @@ TEST(PathMemory, SplittersAreUnchangedAndLeakNothing) {
             EXPECT_EQ(std::distance(target.begin(), target.end()), 2);
             EXPECT_TRUE(target.Relative());
         };
-        EXPECT_EQ(heap::fail_each([&] { target = *split; }, unchanged), 4);
-        EXPECT_EQ(heap::fail_each([&] { copy.emplace(target); }, [] {}), 7);
+        EXPECT_EQ(heap.fail_each([&] { target = *split; }, unchanged), 4);
+        EXPECT_EQ(heap.fail_each([&] { copy.emplace(target); }, [] {}), 7);
         split.reset();
         EXPECT_EQ(show(copy->Begin()->text()), "server");
     }
-    EXPECT_EQ(heap::live_blocks(), blocks);
-    EXPECT_EQ(heap::live_nodes(), nodes);
+    EXPECT_EQ(heap.blocks, blocks);
+    EXPECT_EQ(heap.nodes, nodes);
 }
 
 TEST(PathMemory, OnlyItemsThatStayGetANode) {
     for (const char* const path : {"a/b/../../c/./d/../", "./././x", "../a/.././", "a/../b/../../"}) {
         const astring text(path);
-        const long before = heap::nodes_made();
+        const long before = heap.made;
         const KordSplitPath split(text);
         EXPECT_EQ(std::distance(split.begin(), split.end()), 1) << path;
-        EXPECT_EQ(heap::nodes_made() - before, 2) << path;
+        EXPECT_EQ(heap.made - before, 2) << path;
     }
 }
 

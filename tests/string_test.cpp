@@ -138,6 +138,13 @@ TYPED_TEST(Strings, LengthsAboveTheLimitAreRefusedAndNothingChanges) {
         EXPECT_TRUE(block_of(t) == block_of(i < 9 ? s : half) && t.length() == (i < 9 ? s : half).length()) << i;
     }
     EXPECT_EQ(holders(s) + holders(half), 2u);
+    std::string said;
+    try {
+        S().reserve(0x100001);
+    } catch (const os_logic_error& e) {
+        said = e.what();
+    }
+    EXPECT_EQ(said, "BasicString<T>::reserve(c) with c > 0x100000");
     S full(0x100000, 'x'); // whose block has a little room left
     EXPECT_THROW(full += TypeParam{'y'}, os_length_error);
     EXPECT_EQ(full.length(), S::lengthLimit);
@@ -149,6 +156,15 @@ TYPED_TEST(Strings, LengthsAboveTheLimitAreRefusedAndNothingChanges) {
     EXPECT_THROW(foreign.set_at(0, 'x'), os_length_error);
     EXPECT_THROW(foreign.c_str(), os_length_error);
     EXPECT_EQ(foreign.data(), units.data());
+}
+
+TEST(Errors, AnErrorKeepsItsOwnCopyOfTheMessageCutAt63) {
+    std::string text(63, 'x');
+    const os_length_error whole(text.c_str()), copy(whole), cut((text + "y").c_str());
+    text.assign(63, 'z');
+    EXPECT_EQ(copy.what(), std::string(63, 'x'));
+    EXPECT_STREQ(static_cast<const std::exception&>(cut).what(), copy.what());
+    EXPECT_NE(copy.what(), whole.what());
 }
 
 TYPED_TEST(Strings, BuffersAreReleasedAtTheFirstZeroOrAtALength) {

@@ -22,7 +22,7 @@ class Walk : public ::testing::Test {
     using R = KordCharacterRange<T>;
     static constexpr unsigned int kinds = 26, strings = 5;
 
-    const long blocks_before = heap::live_blocks();
+    const long blocks_before = heap.blocks;
     String<T> real[strings];
     Model<T> model[strings];
     const std::vector<T> foreign = {0x41, 0, static_cast<T>(0x2561), 0x61, static_cast<T>(0xFFFF), 0x7A, 0x20, 0};
@@ -35,7 +35,7 @@ class Walk : public ::testing::Test {
         const R piece(o, x.spos, x.sn);
         const R text(foreign.data(), 0, x.sn % 8);
         T* const p = const_cast<T*>(s.cbegin()) + std::min(x.pos, s.length());
-        T* const q = p + std::min<std::ptrdiff_t>(x.n, s.cend() - p);
+        T* const q = p + std::min(x.n, static_cast<unsigned int>(s.cend() - p));
         switch (x.kind) {
         case 0: s.reserve(x.n); break;
         case 1: s.append(piece); break;
@@ -133,22 +133,22 @@ class Walk : public ::testing::Test {
             ASSERT_TRUE(m.null || real[i].data() - body->first() == static_cast<std::ptrdiff_t>(m.offset));
             ASSERT_EQ(body->first()[real[i].capacity()], 0);
         }
-        ASSERT_EQ(heap::live_blocks() - blocks_before, static_cast<long>(blocks.size()));
+        ASSERT_EQ(heap.blocks - blocks_before, static_cast<long>(blocks.size()));
     }
 
     void step(const Step& x) {
         std::ptrdiff_t returned = 0, expected = 0;
         bool too_long = false;
-        heap::fail_after(0);
+        heap.left = 0;
         try {
             returned = do_real(x);
-            heap::recover();
+            heap.left = -1;
         } catch (const std::bad_alloc&) {
-            heap::recover();
+            heap.left = -1;
             compare(); // as before
             returned = do_real(x);
         } catch (const os_length_error&) {
-            heap::recover();
+            heap.left = -1;
             too_long = true;
         }
         try {

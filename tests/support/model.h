@@ -30,7 +30,7 @@ struct Model {
             *block = std::max(*block, capacity_for(c));
             return;
         }
-        if (!block && c < text.size()) text.resize(c);
+        if (!block && c < text.size()) text.resize(static_cast<std::size_t>(c));
         block = std::make_shared<unsigned int>(capacity_for(std::max<std::uint64_t>(c, text.size())));
         offset = 0;
         null = false;
