@@ -169,18 +169,22 @@ TEST(Errors, AnErrorKeepsItsOwnCopyOfTheMessageCutAt63) {
 
 TYPED_TEST(Strings, BuffersAreReleasedAtTheFirstZeroOrAtALength) {
     String<TypeParam> s;
-    const Units<TypeParam> abc("abc");
-    std::copy_n(static_cast<const TypeParam*>(abc), 4, s.get_buffer(10));
-    s.release_buffer(s.npos);
-    EXPECT_EQ(show(s), "abc");
+    TypeParam* const buffer = s.get_buffer(10);
+    EXPECT_EQ(buffer[10], 0);
+    std::fill_n(buffer, 10, 'x');
     s.release_buffer(s.npos); // no zero in the text
-    s.release_buffer(5);
-    EXPECT_EQ(show(s), "abc{0}{0}");
+    EXPECT_EQ(s.length(), 10u);
+    buffer[3] = 0;
+    s.release_buffer(s.npos);
+    s.release_buffer(6);
+    EXPECT_EQ(show(s), "xxx{0}{0}{0}");
     s.release_buffer(1);
-    EXPECT_EQ(s.c_str()[1], 0);
+    EXPECT_EQ(*s.cend(), 0);
     const String<TypeParam> copy = s = make<TypeParam>("hello");
     s.release_buffer(2); // without a buffer, still harmless to the copy
     EXPECT_EQ(show(s) + show(copy), "hehello");
+    EXPECT_EQ(*copy.cend(), 0);
+    EXPECT_EQ(*make<TypeParam>("abcd").replace(1, 2, 'x').cend(), 0); // in place, and terminated
 }
 
 TYPED_TEST(Strings, LiteralsAreViewedUntilAChangeNeedsABlock) {

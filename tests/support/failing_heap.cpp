@@ -1,6 +1,7 @@
 #include "support/failing_heap.h"
 
 #include <cstdlib>
+#include <cstring>
 
 Heap heap;
 
@@ -12,8 +13,9 @@ void __real_free(void* block);
 
 void* __wrap_malloc(std::size_t size) {
     void* const block = heap.refuses() ? nullptr : __real_malloc(size);
-    heap.blocks += block != nullptr ? 1 : 0;
-    return block;
+    if (block == nullptr) return nullptr;
+    ++heap.blocks;
+    return std::memset(block, 0xA5, size); // so that nobody takes new memory for zeros
 }
 void* __wrap_realloc(void* old, std::size_t size) {
     return heap.refuses() ? nullptr : __real_realloc(old, size);
