@@ -180,6 +180,7 @@ TYPED_TEST(Strings, BuffersAreReleasedAtTheFirstZeroOrAtALength) {
     EXPECT_EQ(show(s), "xxx{0}{0}{0}");
     s.release_buffer(1);
     EXPECT_EQ(*s.cend(), 0);
+    EXPECT_EQ(*(s += 'y').cend(), 0);
     const String<TypeParam> copy = s = make<TypeParam>("hello");
     s.release_buffer(2); // without a buffer, still harmless to the copy
     EXPECT_EQ(show(s) + show(copy), "hehello");

@@ -18,13 +18,10 @@ inline constexpr bool is_integer =
 template <class... I>
 using if_integers = std::enable_if_t<(is_integer<I> && ...), int>;
 
-/// An integer as a position or count of characters. What 32 bits cannot hold, and anything negative, becomes
-/// 0xFFFFFFFF: past every end as a position, up to the end as a count, above every limit as a length.
+/// An integer as a position or count of characters. One that 32 bits cannot hold, and a negative one, becomes a number
+/// that no text reaches: past every end as a position, up to the end as a count, above every limit as a length.
 template <class I>
 constexpr unsigned int to_count(I value) noexcept {
-    if constexpr (std::is_signed_v<I>) {
-        if (value < 0) return 0xFFFFFFFFu;
-    }
     if constexpr (sizeof(I) > sizeof(unsigned int)) {
         if (static_cast<unsigned long long>(value) > 0xFFFFFFFFull) return 0xFFFFFFFFu;
     }
