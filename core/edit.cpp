@@ -15,13 +15,22 @@ unsigned int sum(unsigned int a, unsigned int b) noexcept {
     return a > 0xFFFFFFFFu - b ? 0xFFFFFFFFu : a + b;
 }
 
-/// Does [first, last) read characters of the block? A range that starts at the terminator and is not empty does.
+/// How far into the block's characters a pointer reaches, in bytes; more than any capacity if it points elsewhere.
 template <class T>
-bool lies_in(BasicStringBody<T>* body, const T* first, const T* last) noexcept {
-    if (body == nullptr || first == nullptr) return false;
-    const std::uintptr_t distance =
-        reinterpret_cast<std::uintptr_t>(first) - reinterpret_cast<std::uintptr_t>(body->first());
-    return distance < body->capacity || (distance == body->capacity && first != last);
+std::uintptr_t distance_into(BasicStringBody<T>* body, const T* p) noexcept {
+    return reinterpret_cast<std::uintptr_t>(p) - reinterpret_cast<std::uintptr_t>(body->first());
+}
+
+/// Does a source that begins at `first` lie inside the block?
+template <class T>
+bool lies_in(BasicStringBody<T>* body, const T* first) noexcept {
+    return body != nullptr && distance_into(body, first) < body->capacity;
+}
+
+/// Would the source go with the block? One that lies inside does, and one that is nothing but the terminator.
+template <class T>
+bool goes_with(BasicStringBody<T>* body, const T* first, std::size_t n) noexcept {
+    return lies_in(body, first) || (body != nullptr && n != 0 && distance_into(body, first) == body->capacity);
 }
 
 /// A pointer into the string's own text as the editing forms take and return it.
@@ -42,7 +51,7 @@ BasicString<T>& BasicString<T>::append(const KordCharacterRange<T>& r) {
     const unsigned int k = r.length();
     const unsigned int n = length();
     const unsigned int m = sum(n, k);
-    const bool own = lies_in(body_, source, r.end());
+    const bool own = goes_with(body_, source, k);
     if (!own && m <= lengthLimit && body_ != nullptr && body_->owned_from(begin_) && body_->fits(m)) {
         // Most appends need nothing but the copy.
         kord::copy_characters(body_->first() + n, source, k);
@@ -73,7 +82,7 @@ BasicString<T>& BasicString<T>::assign(const KordCharacterRange<T>& r) {
     const T* const source = r.begin();
     const unsigned int k = r.length();
     BasicString<T> hold;
-    if (lies_in(body_, source, r.end())) hold.link(body_);
+    if (goes_with(body_, source, k)) hold.link(body_);
     kord::copy_characters(get_buffer(k), source, k);
     return *this;
 }
@@ -177,7 +186,7 @@ BasicString<T>& BasicString<T>::replace(T* first, T* last, const T* sfirst, cons
     const std::size_t after = static_cast<std::size_t>(end_ - last);
     // An emptied string holds a block but no place in it.
     const bool in_place =
-        body_ != nullptr && body_->count == 1 && first != nullptr && removed >= added && !lies_in(body_, sfirst, slast);
+        body_ != nullptr && body_->count == 1 && first != nullptr && removed >= added && !lies_in(body_, sfirst);
     if (in_place) {
         kord::copy_characters(first, sfirst, added);
         std::memmove(first + added, last, after * sizeof(T));

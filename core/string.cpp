@@ -59,7 +59,7 @@ namespace {
 template <class T>
 constexpr T empty_text[1] = {};
 
-/// How a const member changes its string: only `c_str` and `assign_literal` do.
+/// How a const member changes its string, whose fields are mutable for this: only `c_str` and `assign_literal` do.
 template <class T>
 BasicString<T>& changeable(const BasicString<T>& s) noexcept {
     return const_cast<BasicString<T>&>(s);
@@ -77,7 +77,7 @@ const T* BasicString<T>::c_str() const {
 template <class T>
 void BasicString<T>::release_buffer(unsigned int n) {
     if (n == npos) {
-        n = static_cast<unsigned int>(kord::scan_forward(begin_, end_, kord::Is<T>(0)) - begin_);
+        n = kord::detail::to_count(kord::scan_forward(begin_, end_, kord::Is<T>(0)) - begin_);
     }
     const unsigned int old = length();
     reserve(n);

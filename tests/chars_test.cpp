@@ -2,8 +2,6 @@
 
 #include <kord/chars.h>
 
-#include <set>
-
 namespace {
 
 /// Codes given as ranges: {65, 90, 138, 138} is 65 to 90, and 138.
@@ -33,15 +31,12 @@ TEST(Chars, TheTableCarriesEachFlagWhereItIsStated) {
         {0x0400, {49, 57}},
         {0x1000, {138, 138, 140, 140, 142, 142, 154, 154, 156, 156, 158, 159, 222, 223, 254, 255}},
     };
-    std::set<unsigned int> entries;
     for (unsigned int c = 0; c != 256; ++c) {
         unsigned int flags = 0;
         for (const auto& row : rows)
             flags |= among(row.codes, c) ? row.flag : 0u;
         EXPECT_EQ(kordType[c], flags) << c;
-        entries.insert(kordType[c]);
     }
-    EXPECT_EQ(entries.size(), 15u);
     EXPECT_TRUE(kordType[120] & kordLower && kordType[55] & kordNonZeroDigit && kordType[44] & kordDecimalSeparator);
     EXPECT_STREQ(kordDigits[0], "0123456789abcdef");
     EXPECT_STREQ(kordDigits[1], "0123456789ABCDEF");

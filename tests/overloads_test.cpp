@@ -6,11 +6,17 @@
 namespace {
 
 template <class S>
-concept AssignsAnInteger = requires(S s) {
+concept TakesZeroForText = requires(S s) {
     s = 0;
 }
 || requires(S s) {
-    s = 'c';
+    s.assign(0);
+}
+|| requires {
+    S(0);
+}
+|| requires {
+    S(0, 1u, 2u);
 };
 template <class S>
 concept AddsZero = requires(S s) {
@@ -18,13 +24,35 @@ concept AddsZero = requires(S s) {
 }
 || requires(S s) {
     s.append(0);
+};
+template <class S, class P>
+concept TakesZeroForAnIterator = requires(S s, P p) {
+    s.erase(p, 0);
+}
+|| requires(S s, P p) {
+    s.erase(0, p);
+}
+|| requires(S s, P p) {
+    s.replace(0, p, p);
+}
+|| requires(S s, P p) {
+    s.replace(p, 0, p, p);
+}
+|| requires(S s, P p) {
+    s.replace(p, p, 0);
+}
+|| requires(S s, P p) {
+    s.assign(s, 0, p);
+}
+|| requires(S s, P p) {
+    S(s, p, 0);
 }
 || requires(S s) {
-    s.assign(0);
+    s.erase(nullptr);
 };
-template <class S>
-concept IsMadeFromZero = requires {
-    S(0, 1u, 2u);
+template <class S, class P>
+concept TakesIterators = requires(S s, P p) {
+    s.erase(p, p), s.replace(p, p, p), s.assign(s, p, p), S(s, p, p);
 };
 
 template <class T>
@@ -33,7 +61,9 @@ TYPED_TEST_SUITE(Overloads, Widths);
 
 TYPED_TEST(Overloads, ALiteralZeroIsAPositionOrDoesNotCompile) {
     using S = String<TypeParam>;
-    static_assert(!AssignsAnInteger<S> && !AddsZero<S> && !IsMadeFromZero<KordCharacterRange<TypeParam>>);
+    static_assert(!TakesZeroForText<S> && !TakesZeroForText<Literal<TypeParam>> && !AddsZero<S>);
+    static_assert(!TakesZeroForText<KordCharacterRange<TypeParam>> && !requires(S t) { t = 'c'; });
+    static_assert(!TakesZeroForAnIterator<S, TypeParam*> && TakesIterators<S, TypeParam*>);
     const S s = make<TypeParam>("hello");
     const Units<TypeParam> xy("xy");
     const TypeParam* const text = xy;
@@ -52,7 +82,9 @@ TYPED_TEST(Overloads, ALiteralZeroIsAPositionOrDoesNotCompile) {
     EXPECT_EQ(show(S(s).replace(0u, 1u, text)), "xyello");
     EXPECT_EQ(show(S(s).replace(0, 0, 'c')), "chello");
     EXPECT_EQ(show(S(s).replace(0, 5, s, 0, 0)), "");
-    EXPECT_EQ(show(S().assign(s, 0, 0)), "");
+    EXPECT_EQ(show(S(s).replace(0, 0, text, text + 1)), "xhello");
+    EXPECT_EQ(show(S().assign(s, 0, 0)) + show(S(s, 0, 0)), "");
+    EXPECT_EQ(show(S(0, 'x')) + show(S(std::size_t{2}, 'x')), "xx");
     EXPECT_EQ(show(S().assign(s, 0, 2)), "he");
 }
 

@@ -36,7 +36,7 @@ TYPED_TEST(Strings, ConstructorsEnterTheirStates) {
         EXPECT_EQ(s.capacity(), 0u);
         EXPECT_EQ(*s.c_str(), 0);
     }
-    for (const S& s : {make<TypeParam>(""), S(0u, 'x'), S(0, 0), S(units, 0), S(units, units), S::nullString}) {
+    for (const S& s : {make<TypeParam>(""), S(0, 'x'), S(0, 0), S(units, 0), S(units, units), S::nullString}) {
         EXPECT_TRUE(s.empty());
         EXPECT_EQ(s.capacity(), smallest<TypeParam>);
         EXPECT_EQ(s.c_str(), S().c_str());
@@ -88,7 +88,7 @@ TYPED_TEST(Strings, TextIsAssignedAndAddedEvenItsOwn) {
     s += s.c_str();
     (s += s) += s;
     EXPECT_EQ(show(s), "bcbcbcbcbcbcbcbc");
-    // A source that is nothing but the terminator of a full block: growing would pull it away.
+    // A source that is nothing but the terminator of a full block: growing would pull it away (a sanitizer sees that).
     String<TypeParam> full(smallest<TypeParam>, 'f');
     full.append(KordCharacterRange<TypeParam>(full.c_str() + full.length(), 0, 1));
     EXPECT_EQ(show(full), std::string(smallest<TypeParam>, 'f') + "{0}");
@@ -108,10 +108,8 @@ TYPED_TEST(Strings, MovingAndSwappingExchangePointers) {
     EXPECT_EQ(t.capacity(), 0u);
     S& alias = u;
     u = std::move(alias);
-    swap(s, u);
-    EXPECT_EQ(u.data(), nullptr);
-    EXPECT_EQ(block_of(s), block);
-    EXPECT_EQ(holders(s), 1u);
+    EXPECT_EQ(block_of(u), block);
+    EXPECT_EQ(holders(u), 1u);
 }
 
 TYPED_TEST(Strings, LengthsAboveTheLimitAreRefusedAndNothingChanges) {
@@ -147,6 +145,7 @@ TYPED_TEST(Strings, LengthsAboveTheLimitAreRefusedAndNothingChanges) {
     EXPECT_EQ(said, "BasicString<T>::reserve(c) with c > 0x100000");
     S full(0x100000, 'x'); // whose block has a little room left
     EXPECT_THROW(full += TypeParam{'y'}, os_length_error);
+    EXPECT_THROW(full.append(S(1, 'y')), os_length_error);
     EXPECT_EQ(full.length(), S::lengthLimit);
 
     // Foreign text above the limit can be read but not unshared.
@@ -180,12 +179,10 @@ TYPED_TEST(Strings, BuffersAreReleasedAtTheFirstZeroOrAtALength) {
     EXPECT_EQ(show(s), "xxx{0}{0}{0}");
     s.release_buffer(1);
     EXPECT_EQ(*s.cend(), 0);
-    EXPECT_EQ(*(s += 'y').cend(), 0);
     const String<TypeParam> copy = s = make<TypeParam>("hello");
     s.release_buffer(2); // without a buffer, still harmless to the copy
     EXPECT_EQ(show(s) + show(copy), "hehello");
     EXPECT_EQ(*copy.cend(), 0);
-    EXPECT_EQ(*make<TypeParam>("abcd").replace(1, 2, 'x').cend(), 0); // in place, and terminated
 }
 
 TYPED_TEST(Strings, LiteralsAreViewedUntilAChangeNeedsABlock) {

@@ -8,7 +8,8 @@
 /// The base of the library's own exceptions, to catch them by; never thrown itself.
 ///
 /// The library throws two things only: `os_length_error` for a text longer than the limit, and an exception derived
-/// from `std::bad_alloc`, saying "bad allocation", when the heap refuses a block. After either, the string at hand
+/// from `std::bad_alloc`, saying "bad allocation", when the heap refuses a string's block (for a list's node it is the
+/// run time's own `std::bad_alloc`). After either, the string at hand
 /// and every string that shares its block are exactly as before.
 class KORD_TYPE os_logic_error : public std::exception {
   public:

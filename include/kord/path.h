@@ -51,10 +51,11 @@ class KORD_API KordSplitPath {
 
     using const_iterator = os_list_const_iterator<Item, int>;
 
-    /// Splits a path. The given string is not changed. Linear in the length; allocates one block for the private copy,
-    /// a node for each item of the result and one for the list.
+    /// Splits a path. The given string is not changed. Linear in the length. Allocates one block for the private copy
+    /// (none for an empty path), a node for each item of the result and one for the list: throws `std::bad_alloc`, and
+    /// `os_length_error` for foreign text above the strings' limit.
     KordSplitPath(const astring& path);
-    /// Shares the other's text and copies its items, which point to the same characters.
+    /// Shares the other's text and copies its items, which point to the same characters: allocates their nodes.
     KordSplitPath(const KordSplitPath& other);
     /// The same; unchanged if memory runs out.
     KordSplitPath& operator=(const KordSplitPath& other);

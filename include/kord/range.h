@@ -18,6 +18,11 @@ inline constexpr bool is_integer =
 template <class... I>
 using if_integers = std::enable_if_t<(is_integer<I> && ...), int>;
 
+/// Enables an overload for a pointer and an integer, whichever comes first: a pair that means nothing.
+template <class A, class B>
+using if_mixed =
+    std::enable_if_t<(std::is_pointer_v<A> && is_integer<B>) || (is_integer<A> && std::is_pointer_v<B>), int>;
+
 /// An integer as a position or count of characters. One that 32 bits cannot hold, and a negative one, becomes a number
 /// that no text reaches: past every end as a position, up to the end as a count, above every limit as a length.
 template <class I>
@@ -83,7 +88,7 @@ class KORD_API KordCharacterRange {
             return;
         }
         begin_ += pos;
-        if (len < n - pos) end_ = begin_ + len;
+        if (len != npos && len < n - pos) end_ = begin_ + len;
     }
 
     /// An integer is not a text; without this a literal 0 would be a null pointer.
@@ -115,8 +120,10 @@ class KORD_API KordCharacterRange {
     T operator[](unsigned int pos) const noexcept { return begin_[pos]; }
 
   protected:
-    const T* begin_ = nullptr;
-    const T* end_ = nullptr;
+    // Mutable because a constant string, too, is unshared by `c_str` and aimed by `assign_literal`. Nothing else that
+    // is const changes them.
+    mutable const T* begin_ = nullptr;
+    mutable const T* end_ = nullptr;
 };
 
 template <class T>
@@ -139,6 +146,8 @@ class KORD_API aliteral : public KordCharacterRange<char> {
     /// The same for a count of another integer type; keeps a literal 0 from being a null pointer.
     template <class I, kord::detail::if_integers<I> = 0>
     aliteral(const char* text, I n) noexcept : aliteral(text, kord::detail::to_count(n)) {}
+    template <class I, kord::detail::if_integers<I> = 0>
+    aliteral(I) = delete;
     KORD_EMIT aliteral(const aliteral& other) noexcept : KordCharacterRange<char>(other) {}
     KORD_EMIT ~aliteral() override {}
 
@@ -163,6 +172,8 @@ class KORD_API aliteral : public KordCharacterRange<char> {
     aliteral& assign(const char* text, I n) noexcept {
         return assign(text, kord::detail::to_count(n));
     }
+    template <class I, kord::detail::if_integers<I> = 0>
+    aliteral& assign(I) = delete;
 };
 
 /// Constant 16-bit text; everything as in `aliteral`, counted in UTF-16 units.
@@ -174,6 +185,8 @@ class KORD_API uliteral : public KordCharacterRange<unsigned short> {
     KORD_EMIT uliteral(const unsigned short* text, unsigned int n) noexcept { assign(text, n); }
     template <class I, kord::detail::if_integers<I> = 0>
     uliteral(const unsigned short* text, I n) noexcept : uliteral(text, kord::detail::to_count(n)) {}
+    template <class I, kord::detail::if_integers<I> = 0>
+    uliteral(I) = delete;
     KORD_EMIT uliteral(const uliteral& other) noexcept : KordCharacterRange<unsigned short>(other) {}
     KORD_EMIT ~uliteral() override {}
 
@@ -197,6 +210,8 @@ class KORD_API uliteral : public KordCharacterRange<unsigned short> {
     uliteral& assign(const unsigned short* text, I n) noexcept {
         return assign(text, kord::detail::to_count(n));
     }
+    template <class I, kord::detail::if_integers<I> = 0>
+    uliteral& assign(I) = delete;
 };
 
 #endif

@@ -167,8 +167,8 @@ class KORD_API BasicString : public KordCharacterRange<T> {
         end_ = begin_ + n;
         return body_->first();
     }
-    /// Sets the length to `n`, or with `npos` to the index of the first zero in the text if there is one. Terminates
-    /// the text; characters past the old length become zero.
+    /// Unshares and sets the length to `n`, or with `npos` to the index of the first zero in the text if there is one.
+    /// Terminates the text; characters past the old length become zero.
     void release_buffer(unsigned int n);
 
     /// Aims the string, const or not, at zero-terminated text that outlives it; nothing is copied until a change needs
@@ -176,7 +176,7 @@ class KORD_API BasicString : public KordCharacterRange<T> {
     const BasicString<T>& assign_literal(const T* text) const noexcept;
 
     // --- editing ----------------------------------------------------------------------------------------------------
-    // Each reserves the final length once. L is the length before the call; sums that no 32 bits hold are refused
+    // Each allocates once at most. L is the length before the call; sums that no 32 bits hold are refused
     // like any length above the limit.
 
     /// Adds the characters of `r`.
@@ -205,9 +205,10 @@ class KORD_API BasicString : public KordCharacterRange<T> {
 
     /// Puts `n` times `c` before position `pos`; no effect if `pos` is past L.
     BasicString<T>& insert(unsigned int pos, unsigned int n, T c);
-    /// Puts the characters of `r` before position `pos`; no effect if `pos` is past L.
+    /// Puts the characters of `r` before position `pos`, in a new block of exactly the final size; no effect if `pos`
+    /// is past L. (An empty `r` as in `replace`.)
     BasicString<T>& insert(unsigned int pos, const KordCharacterRange<T>& r);
-    /// Puts `c` before `p`, a position in the string's own text, and returns where it now stands.
+    /// Puts `c` before `p`, a position in the string's own text, in a new block, and returns where it now stands.
     T* insert(T* p, T c);
 
     /// Replaces the piece (`pos`, `n`) by one `c`. In place if the string's block is not shared and the text does not
@@ -230,7 +231,9 @@ class KORD_API BasicString : public KordCharacterRange<T> {
     BasicString<T>& make_lower();
 
     // --- the position forms for integers of other types ------------------------------------------------------------
-    // A literal 0 would be a null iterator, or ambiguous. It means a position, as every other integer does.
+    // A literal 0 would be a null iterator, or ambiguous. It means a position, as every other integer does, and beside
+    // a pointer it does not compile. A position or count that 32 bits cannot hold is beyond every text here; elsewhere
+    // the caller's compiler narrows it, and can warn of that.
 
     template <class I, kord::detail::if_integers<I> = 0>
     BasicString<T>& erase(I pos) {
@@ -254,9 +257,23 @@ class KORD_API BasicString : public KordCharacterRange<T> {
         return replace(kord::detail::to_count(pos), kord::detail::to_count(n), KordCharacterRange<T>(text), spos, slen);
     }
     template <class I, class J, kord::detail::if_integers<I, J> = 0>
+    BasicString<T>& replace(I pos, J n, const T* sfirst, const T* slast) {
+        return replace(pos, n, KordCharacterRange<T>(sfirst, 0, kord::detail::to_count(slast - sfirst)), 0, npos);
+    }
+    template <class I, class J, kord::detail::if_integers<I, J> = 0>
     BasicString<T>& assign(const BasicString<T>& s, I pos, J n) noexcept {
         return assign(s, kord::detail::to_count(pos), kord::detail::to_count(n));
     }
+
+    T* erase(std::nullptr_t) = delete;
+    template <class A, class B, kord::detail::if_mixed<A, B> = 0>
+    T* erase(A, B) = delete;
+    template <class A, class B, class... Source, kord::detail::if_mixed<A, B> = 0>
+    BasicString<T>& replace(A, B, Source&&...) = delete;
+    template <class I, kord::detail::if_integers<I> = 0>
+    BasicString<T>& replace(T*, T*, I) = delete;
+    template <class A, class B, kord::detail::if_mixed<A, B> = 0>
+    BasicString<T>& assign(const BasicString<T>& s, A, B) = delete;
 
   protected:
     using KordCharacterRange<T>::begin_;
@@ -295,7 +312,7 @@ class KORD_API BasicString : public KordCharacterRange<T> {
     /// string it is for, so that a string that is only looked at can stay in registers.
     static void release(BasicStringBody<T>* body) noexcept;
 
-    BasicStringBody<T>* body_ = nullptr;
+    mutable BasicStringBody<T>* body_ = nullptr; // mutable for the same reason as the range's pointers
 };
 
 template <class T>
@@ -340,10 +357,20 @@ class KORD_API astring : public BasicString<char> {
     /// [first, last).
     KORD_EMIT astring(const char* first, const char* last)
         : BasicString<char>(first, kord::detail::to_count(last - first)) {}
+    // Integers of other types mean counts and positions, alone and beside a pointer nothing, as in the editing members.
     template <class I, kord::detail::if_integers<I> = 0>
     astring(const char* text, I n) : astring(text, kord::detail::to_count(n)) {}
+    template <class I, kord::detail::if_integers<I> = 0>
+    astring(I n, char c) : astring(kord::detail::to_count(n), c) {}
     template <class I, class J, kord::detail::if_integers<I, J> = 0>
     astring(I n, J c) : astring(kord::detail::to_count(n), static_cast<char>(c)) {}
+    template <class I, class J, kord::detail::if_integers<I, J> = 0>
+    astring(const BasicString<char>& s, I pos, J n) noexcept
+        : astring(s, kord::detail::to_count(pos), kord::detail::to_count(n)) {}
+    template <class A, class B, kord::detail::if_mixed<A, B> = 0>
+    astring(const BasicString<char>& s, A, B) = delete;
+    template <class I, kord::detail::if_integers<I> = 0>
+    astring(I) = delete;
 
     KORD_EMIT ~astring() override {}
 
@@ -414,8 +441,17 @@ class KORD_API ustring : public BasicString<unsigned short> {
         : BasicString<unsigned short>(first, kord::detail::to_count(last - first)) {}
     template <class I, kord::detail::if_integers<I> = 0>
     ustring(const unsigned short* text, I n) : ustring(text, kord::detail::to_count(n)) {}
+    template <class I, kord::detail::if_integers<I> = 0>
+    ustring(I n, unsigned short c) : ustring(kord::detail::to_count(n), c) {}
     template <class I, class J, kord::detail::if_integers<I, J> = 0>
     ustring(I n, J c) : ustring(kord::detail::to_count(n), static_cast<unsigned short>(c)) {}
+    template <class I, class J, kord::detail::if_integers<I, J> = 0>
+    ustring(const BasicString<unsigned short>& s, I pos, J n) noexcept
+        : ustring(s, kord::detail::to_count(pos), kord::detail::to_count(n)) {}
+    template <class A, class B, kord::detail::if_mixed<A, B> = 0>
+    ustring(const BasicString<unsigned short>& s, A, B) = delete;
+    template <class I, kord::detail::if_integers<I> = 0>
+    ustring(I) = delete;
 
     KORD_EMIT ~ustring() override {}
 
