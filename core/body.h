@@ -3,7 +3,7 @@
 
 #include "core/fail.h"
 
-#include <kord/string.h>
+#include <kord/body.h>
 
 #include <cstdlib>
 #include <cstring>
