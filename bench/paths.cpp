@@ -22,8 +22,7 @@ constexpr const char* detours = "/home/user/./project/build/../source/../include
 
 std::string deep() {
     std::string path = "C:";
-    for (int i = 0; i != 1000; ++i)
-        path += i % 3 == 2 ? "/.." : "/directory";
+    for (int i = 0; i != 1000; ++i) path += i % 3 == 2 ? "/.." : "/directory";
     return path;
 }
 
@@ -47,10 +46,8 @@ void blocks_alone(State& state) {
         void* text = std::malloc(48);
         DoNotOptimize(text);
         void* nodes[7];
-        for (void*& node : nodes)
-            DoNotOptimize(node = ::operator new(40));
-        for (void* node : nodes)
-            ::operator delete(node);
+        for (void*& node : nodes) DoNotOptimize(node = ::operator new(40));
+        for (void* node : nodes) ::operator delete(node);
         std::free(text);
     }
 }

@@ -35,8 +35,7 @@ using Unit = typename Text::value_type;
 template <class Text>
 Text text_of(std::size_t n) {
     Text text;
-    for (std::size_t i = 0; i != n; ++i)
-        text += static_cast<Unit<Text>>("The quick brown fox, "[i % 21]);
+    for (std::size_t i = 0; i != n; ++i) text += static_cast<Unit<Text>>("The quick brown fox, "[i % 21]);
     return text;
 }
 
@@ -63,8 +62,7 @@ void move(State& state) {
 template <class Text>
 void piece(State& state) {
     const Text source = text_of<Text>(300);
-    for (auto _ : state)
-        DoNotOptimize(source.substr(50, 100));
+    for (auto _ : state) DoNotOptimize(source.substr(50, 100));
 }
 
 template <class Text>
@@ -79,8 +77,7 @@ void build(State& state) {
 
 template <class Text>
 void fill(State& state) {
-    for (auto _ : state)
-        DoNotOptimize(Text(100u, Unit<Text>{'x'}));
+    for (auto _ : state) DoNotOptimize(Text(100u, Unit<Text>{'x'}));
 }
 
 /// Per character: 200 of them, one by one.
@@ -105,8 +102,7 @@ void concatenate(State& state) {
     for (auto _ : state) {
         Text text;
         text.reserve(1000);
-        for (int i = 0; i != 100; ++i)
-            text.append(bit);
+        for (int i = 0; i != 100; ++i) text.append(bit);
         DoNotOptimize(text);
     }
 }
@@ -126,25 +122,21 @@ void replace(State& state) {
 template <class Text>
 void upper(State& state) {
     Text text = text_of<Text>(static_cast<std::size_t>(state.range(0)));
-    for (auto _ : state)
-        DoNotOptimize(text.make_upper());
+    for (auto _ : state) DoNotOptimize(text.make_upper());
 }
 
 template <class Text>
 void lower(State& state) {
     Text text = text_of<Text>(static_cast<std::size_t>(state.range(0)));
-    for (auto _ : state)
-        DoNotOptimize(text.make_lower());
+    for (auto _ : state) DoNotOptimize(text.make_lower());
 }
 
 /// Text in which every word has a letter beyond ASCII.
 template <class Text>
 void upper_latin(State& state) {
     Text text = text_of<Text>(static_cast<std::size_t>(state.range(0)));
-    for (unsigned int i = 5; i < text.length(); i += 8)
-        text.set_at(i, static_cast<Unit<Text>>(0xE9));
-    for (auto _ : state)
-        DoNotOptimize(text.make_upper());
+    for (unsigned int i = 5; i < text.length(); i += 8) text.set_at(i, static_cast<Unit<Text>>(0xE9));
+    for (auto _ : state) DoNotOptimize(text.make_upper());
 }
 
 void register_width_8() {
@@ -232,8 +224,7 @@ void register_icu() {
 template <class Text>
 Text qt_text(std::int64_t n) {
     Text text;
-    for (std::int64_t i = 0; i != n; ++i)
-        text += "The quick brown fox, "[i % 21];
+    for (std::int64_t i = 0; i != n; ++i) text += "The quick brown fox, "[i % 21];
     return text;
 }
 

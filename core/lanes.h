@@ -112,14 +112,12 @@ struct Lanes {
 
     bool is_ascii() const noexcept {
         unsigned int bits = 0;
-        for (const Code c : v)
-            bits |= c;
+        for (const Code c : v) bits |= c;
         return bits < 0x80;
     }
     unsigned int mask() const noexcept {
         unsigned int bits = 0;
-        for (unsigned int i = 0; i != count; ++i)
-            bits |= (v[i] & 1u) << i;
+        for (unsigned int i = 0; i != count; ++i) bits |= (v[i] & 1u) << i;
         return bits;
     }
     static unsigned int first_lane(unsigned int mask) noexcept {
@@ -137,8 +135,7 @@ struct Lanes {
     template <class F>
     static Lanes each(F f) noexcept {
         Lanes r;
-        for (unsigned int i = 0; i != count; ++i)
-            r.v[i] = static_cast<Code>(f(i));
+        for (unsigned int i = 0; i != count; ++i) r.v[i] = static_cast<Code>(f(i));
         return r;
     }
 };

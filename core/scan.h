@@ -43,8 +43,7 @@ template <class T, class Matcher>
 const T* scan_forward(const T* first, const T* last, const Matcher& matches) noexcept {
     constexpr std::ptrdiff_t block = Lanes<T>::count;
     if (last - first < block) {
-        while (first != last && !matches(*first))
-            ++first;
+        while (first != last && !matches(*first)) ++first;
         return first;
     }
     for (;; first += block) {
@@ -105,13 +104,11 @@ template <class T, class Map>
 void transform(T* first, T* last, const Map& map) noexcept {
     constexpr std::ptrdiff_t block = Lanes<T>::count;
     if (last - first < block) {
-        for (; first != last; ++first)
-            *first = map(*first);
+        for (; first != last; ++first) *first = map(*first);
         return;
     }
     const Lanes<T> end = map(Lanes<T>::load(last - block));
-    for (; last - first > block; first += block)
-        map(Lanes<T>::load(first)).store(first);
+    for (; last - first > block; first += block) map(Lanes<T>::load(first)).store(first);
     end.store(last - block);
 }
 

@@ -107,8 +107,7 @@ void print_table(const std::vector<KordSplitPath>& paths, std::size_t rows) {
     constexpr std::size_t widest = 26;
     std::vector<std::array<astring, 8>> table;
     std::array<std::size_t, 8> widths{};
-    for (std::size_t k = 0; k != kinds.size(); ++k)
-        widths[k] = std::strlen(kinds[k]);
+    for (std::size_t k = 0; k != kinds.size(); ++k) widths[k] = std::strlen(kinds[k]);
     for (std::size_t i = 0; i != rows; ++i) {
         table.push_back(cells(paths[i]));
         for (std::size_t k = 0; k != kinds.size(); ++k) {
@@ -116,13 +115,11 @@ void print_table(const std::vector<KordSplitPath>& paths, std::size_t rows) {
         }
     }
     std::cout << "\n          ";
-    for (std::size_t k = 0; k != kinds.size(); ++k)
-        print_cell(aliteral(kinds[k]), widths[k]);
+    for (std::size_t k = 0; k != kinds.size(); ++k) print_cell(aliteral(kinds[k]), widths[k]);
     std::cout << '\n';
     for (std::size_t i = 0; i != rows; ++i) {
         std::cout << (paths[i].Relative() ? "relative  " : "absolute  ");
-        for (std::size_t k = 0; k != kinds.size(); ++k)
-            print_cell(table[i][k], widths[k]);
+        for (std::size_t k = 0; k != kinds.size(); ++k) print_cell(table[i][k], widths[k]);
         std::cout << '\n';
     }
     if (rows != paths.size()) std::cout << "... and " << paths.size() - rows << " more rows (--all shows them)\n";
@@ -147,8 +144,7 @@ void print_totals(const std::vector<KordSplitPath>& paths, Sharing& sharing) {
     }
     std::cout << "\nPaths: " << paths.size() << ", relative " << relative << ", absolute or blank "
               << paths.size() - relative << "\nItems:";
-    for (std::size_t k = 0; k != kinds.size(); ++k)
-        std::cout << ' ' << kinds[k] << ' ' << totals[k];
+    for (std::size_t k = 0; k != kinds.size(); ++k) std::cout << ' ' << kinds[k] << ' ' << totals[k];
 
     std::map<std::string_view, std::size_t> counts;
     for (astring& extension : extensions) {
@@ -182,8 +178,7 @@ double time_per_path(const std::vector<astring>& paths) {
 void tour_paths(const Input& input, bool all) {
     std::cout << "Splitting path names from " << input.name << '\n';
     Sharing sharing;
-    for (const astring& path : input.paths)
-        sharing.count(path);
+    for (const astring& path : input.paths) sharing.count(path);
 
     const std::vector<KordSplitPath> paths(input.paths.begin(), input.paths.end());
 

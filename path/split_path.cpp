@@ -27,8 +27,7 @@ const char* find_separator(const char* first, const char* last) noexcept {
 }
 
 const char* skip_separators(const char* first, const char* last) noexcept {
-    while (first != last && (*first == '/' || *first == '\\'))
-        ++first;
+    while (first != last && (*first == '/' || *first == '\\')) ++first;
     return first;
 }
 
@@ -167,8 +166,7 @@ KordSplitPath::KordSplitPath(const astring& path) : raw_(path) {
     if (raw_.empty()) return;
     char* first = raw_.begin();
     char* const last = first + raw_.length();
-    while (first != last && kord::has_flag(*first, kordSpace))
-        ++first;
+    while (first != last && kord::has_flag(*first, kordSpace)) ++first;
     if (first == last) return;
     relative_ = Splitter(items_, first, last).split();
     kord::transform(first, last, SlashToBackslash()); // last: reading what was just written would have to wait for it

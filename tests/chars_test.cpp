@@ -17,24 +17,20 @@ TEST(Chars, TheTableCarriesEachFlagWhereItIsStated) {
         unsigned int flag;
         std::vector<unsigned int> codes;
     } rows[] = {
+        // clang-format off
         {0x0001, {65, 90, 138, 138, 140, 140, 142, 142, 159, 159, 192, 214, 216, 221, 254, 254}},
-        {0x0002, {97, 122, 154, 154, 156, 156, 158, 158, 222, 246, 248, 253, 255, 255}},
-        {0x0004, {48, 57}},
+        {0x0002, {97, 122, 154, 154, 156, 156, 158, 158, 222, 246, 248, 253, 255, 255}}, {0x0004, {48, 57}},
         {0x0008, {9, 13, 32, 32}},
-        {0x0010, {33,  47,  58,  64,  91,  96,  123, 126, 128, 128, 130, 137,
-                  139, 139, 145, 153, 155, 155, 161, 191, 215, 215, 247, 247}},
-        {0x0020, {0, 31, 127, 127}},
-        {0x0040, {32, 32}},
-        {0x0080, {48, 57, 65, 70, 97, 102}},
-        {0x0100, {43, 43, 45, 45}},
-        {0x0200, {44, 44, 46, 46}},
+        {0x0010, {33, 47, 58, 64, 91, 96, 123, 126, 128, 128, 130, 137, 139, 139, 145, 153, 155, 155, 161,
+                  191, 215, 215, 247, 247}}, {0x0020, {0, 31, 127, 127}}, {0x0040, {32, 32}},
+        {0x0080, {48, 57, 65, 70, 97, 102}}, {0x0100, {43, 43, 45, 45}}, {0x0200, {44, 44, 46, 46}},
         {0x0400, {49, 57}},
         {0x1000, {138, 138, 140, 140, 142, 142, 154, 154, 156, 156, 158, 159, 222, 223, 254, 255}},
+        // clang-format on
     };
     for (unsigned int c = 0; c != 256; ++c) {
         unsigned int flags = 0;
-        for (const auto& row : rows)
-            flags |= among(row.codes, c) ? row.flag : 0u;
+        for (const auto& row : rows) flags |= among(row.codes, c) ? row.flag : 0u;
         EXPECT_EQ(kordType[c], flags) << c;
     }
     EXPECT_TRUE(kordType[120] & kordLower && kordType[55] & kordNonZeroDigit && kordType[44] & kordDecimalSeparator);
@@ -47,13 +43,11 @@ constexpr unsigned int odd_pairs[][2] = {{154, 138}, {156, 140}, {158, 142}, {22
 
 TEST(Chars, MappingsPairTheLettersAndLeaveTheRest) {
     std::vector<unsigned int> upper(0x10000), lower(0x10000);
-    for (unsigned int c = 0; c != 0x10000; ++c)
-        upper[c] = lower[c] = c;
+    for (unsigned int c = 0; c != 0x10000; ++c) upper[c] = lower[c] = c;
     for (unsigned int c = 0; c != 256; ++c) {
         if (among({97, 122, 224, 246, 248, 253}, c)) upper[c] = c - 32, lower[c - 32] = c;
     }
-    for (const auto& pair : odd_pairs)
-        upper[pair[0]] = pair[1], lower[pair[1]] = pair[0];
+    for (const auto& pair : odd_pairs) upper[pair[0]] = pair[1], lower[pair[1]] = pair[0];
     for (unsigned int c = 0; c != 0x10000; ++c) {
         ASSERT_EQ(KordToUpper(c), static_cast<int>(upper[c])) << c;
         ASSERT_EQ(KordToLower(c), static_cast<int>(lower[c])) << c;

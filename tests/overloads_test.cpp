@@ -5,55 +5,17 @@
 
 namespace {
 
-template <class S>
-concept TakesZeroForText = requires(S s) {
-    s = 0;
-}
-|| requires(S s) {
-    s.assign(0);
-}
-|| requires {
-    S(0);
-}
-|| requires {
-    S(0, 1u, 2u);
-};
-template <class S>
-concept AddsZero = requires(S s) {
-    s += 0;
-}
-|| requires(S s) {
-    s.append(0);
-};
-template <class S, class P>
-concept TakesZeroForAnIterator = requires(S s, P p) {
-    s.erase(p, 0);
-}
-|| requires(S s, P p) {
-    s.erase(0, p);
-}
-|| requires(S s, P p) {
-    s.replace(0, p, p);
-}
-|| requires(S s, P p) {
-    s.replace(p, 0, p, p);
-}
-|| requires(S s, P p) {
-    s.replace(p, p, 0);
-}
-|| requires(S s, P p) {
-    s.assign(s, 0, p);
-}
-|| requires(S s, P p) {
-    S(s, p, 0);
-}
-|| requires(S s) {
-    s.erase(nullptr);
-};
-template <class S, class P>
-concept TakesIterators = requires(S s, P p) {
-    s.erase(p, p), s.replace(p, p, p), s.assign(s, p, p), S(s, p, p);
-};
+// clang-format off
+template <class S> concept TakesZeroForText = requires(S s) { s = 0; } || requires(S s) { s.assign(0); } ||
+    requires { S(0); } || requires { S(0, 1u, 2u); };
+template <class S> concept AddsZero = requires(S s) { s += 0; } || requires(S s) { s.append(0); };
+template <class S, class P> concept TakesZeroForAnIterator = requires(S s, P p) { s.erase(p, 0); } ||
+    requires(S s, P p) { s.erase(0, p); } || requires(S s, P p) { s.replace(0, p, p); } ||
+    requires(S s, P p) { s.replace(p, 0, p, p); } || requires(S s, P p) { s.replace(p, p, 0); } ||
+    requires(S s, P p) { s.assign(s, 0, p); } || requires(S s, P p) { S(s, p, 0); } || requires(S s) { s.erase(nullptr); };
+template <class S, class P> concept TakesIterators =
+    requires(S s, P p) { s.erase(p, p), s.replace(p, p, p), s.assign(s, p, p), S(s, p, p); };
+// clang-format on
 
 template <class T>
 class Overloads : public ::testing::Test {};
@@ -92,16 +54,12 @@ TYPED_TEST(Overloads, ConstantTextIsWalkedWithoutUnsharing) {
     String<TypeParam> s = make<TypeParam>("abc");
     const String<TypeParam> copy = s;
     std::string walked;
-    for (const TypeParam c : copy)
-        walked += static_cast<char>(c);
-    for (const TypeParam c : std::as_const(s))
-        walked += static_cast<char>(c);
-    for (const TypeParam c : Literal<TypeParam>(copy.cbegin(), copy.cend()))
-        walked += static_cast<char>(c);
+    for (const TypeParam c : copy) walked += static_cast<char>(c);
+    for (const TypeParam c : std::as_const(s)) walked += static_cast<char>(c);
+    for (const TypeParam c : Literal<TypeParam>(copy.cbegin(), copy.cend())) walked += static_cast<char>(c);
     EXPECT_EQ(walked, "abcabcabc");
     EXPECT_EQ(holders(s), 2u);
-    for (TypeParam& c : s)
-        c = 'x';
+    for (TypeParam& c : s) c = 'x';
     EXPECT_EQ(show(s) + show(copy), "xxxabc");
     EXPECT_EQ(show(s.replace(s.begin(), s.begin() + 2, static_cast<const TypeParam*>(nullptr))), "x");
 }

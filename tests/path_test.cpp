@@ -36,65 +36,33 @@ TEST(SplitPath, PathsOfEveryKind) {
         const char* items;
         bool relative;
     } rows[] = {
-        {"", "", false},
-        {"   ", "", false},
-        {"a", "File:a", true},
-        {"foo/bar/baz.txt", "Dir:foo Dir:bar File:baz Ext:txt", true},
-        {"/", "", false},
-        {"//", "Server:", false},
-        {"///a", "Server:a", false},
-        {"/foo/", "Dir:foo", false},
-        {"a/b/", "Dir:a Dir:b", true},
-        {"C:", "Drive:C:", false},
-        {"C:/", "Drive:C:", false},
-        {"C:foo.txt", "Drive:C: File:foo Ext:txt", false},
+        // clang-format off
+        {"", "", false}, {"   ", "", false}, {"a", "File:a", true},
+        {"foo/bar/baz.txt", "Dir:foo Dir:bar File:baz Ext:txt", true}, {"/", "", false}, {"//", "Server:", false},
+        {"///a", "Server:a", false}, {"/foo/", "Dir:foo", false}, {"a/b/", "Dir:a Dir:b", true},
+        {"C:", "Drive:C:", false}, {"C:/", "Drive:C:", false}, {"C:foo.txt", "Drive:C: File:foo Ext:txt", false},
         {"C:/dir/file.tar.gz", "Drive:C: Dir:dir File:file Ext:tar Ext:gz", false},
-        {"foo:bar", "Drive:foo: File:bar", false},
-        {":", "Drive::", false},
-        {"/C:/x", "Drive:C: File:x", false},
+        {"foo:bar", "Drive:foo: File:bar", false}, {":", "Drive::", false}, {"/C:/x", "Drive:C: File:x", false},
         {"//server/share/dir/file.txt", "Server:server Share:share Dir:dir File:file Ext:txt", false},
-        {"//server", "Server:server", false},
-        {"//server/", "Server:server Share:", false},
-        {"//s.x/h.y", "Server:s.x Share:h.y", false},
-        {"/MNT/C:/x.txt", "Mount:MNT Drive:C: File:x Ext:txt", false},
-        {"/MNT/C:", "Mount:MNT Drive:C:", false},
-        {"/MNT//c:/", "Mount:MNT Drive:c:", false},
-        {"/MNT/\xe9:", "Mount:MNT Drive:\xe9:", false},
-        {"/mnt/C:", "Dir:mnt File:C:", false},
-        {"/MNT/CD:", "Dir:MNT File:CD:", false},
-        {"/MNT/1:", "Dir:MNT File:1:", false},
-        {"/MNT/Cx", "Dir:MNT File:Cx", false},
-        {"/MNT", "File:MNT", false},
-        {"/MNT/", "Dir:MNT", false},
-        {"/MNTX/C:", "Dir:MNTX File:C:", false},
-        {"MNT/C:", "Dir:MNT File:C:", true},
-        {"//MNT/C:", "Server:MNT Share:C:", false},
-        {"/MNT/C:/..", "Mount:MNT Drive:C: Parent:", false},
-        {".", "File: Ext:", true},
-        {"..", "Parent:", true},
-        {"...", "File: Ext: Ext: Ext:", true},
-        {".../a", "Dir:... File:a", true},
-        {"./a", "File:a", true},
-        {"a/./b", "Dir:a File:b", true},
-        {"a/.", "Dir:a File: Ext:", true},
-        {"a/..", "", true},
-        {"a/b/..", "Dir:a", true},
-        {"a/b/../..", "", true},
-        {"a/../../b", "Parent: File:b", true},
-        {"../../a", "Parent: Parent: File:a", true},
-        {"C:../x", "Drive:C: Parent: File:x", false},
-        {"C:./x", "Drive:C: File:x", false},
-        {"C:..", "Drive:C: Parent:", false},
-        {"C:/../x", "Drive:C: Parent: File:x", false},
-        {"//srv/share/../x", "Server:srv Share:share Parent: File:x", false},
-        {"a.", "File:a Ext:", true},
-        {".profile", "File: Ext:profile", true},
-        {"a..b", "File:a Ext: Ext:b", true},
-        {"x.y/z", "Dir:x.y File:z", true},
-        {"a///b", "Dir:a File:b", true},
-        {"  x/y ", "Dir:x File:y ", true},
-        {"\tC:/x", "Drive:C: File:x", false},
-        {"\xa0/x", "Dir:\xa0 File:x", true}, // the no-break space is no white space
+        {"//server", "Server:server", false}, {"//server/", "Server:server Share:", false},
+        {"//s.x/h.y", "Server:s.x Share:h.y", false}, {"/MNT/C:/x.txt", "Mount:MNT Drive:C: File:x Ext:txt", false},
+        {"/MNT/C:", "Mount:MNT Drive:C:", false}, {"/MNT//c:/", "Mount:MNT Drive:c:", false},
+        {"/MNT/\xe9:", "Mount:MNT Drive:\xe9:", false}, {"/mnt/C:", "Dir:mnt File:C:", false},
+        {"/MNT/CD:", "Dir:MNT File:CD:", false}, {"/MNT/1:", "Dir:MNT File:1:", false},
+        {"/MNT/Cx", "Dir:MNT File:Cx", false}, {"/MNT", "File:MNT", false}, {"/MNT/", "Dir:MNT", false},
+        {"/MNTX/C:", "Dir:MNTX File:C:", false}, {"MNT/C:", "Dir:MNT File:C:", true},
+        {"//MNT/C:", "Server:MNT Share:C:", false}, {"/MNT/C:/..", "Mount:MNT Drive:C: Parent:", false},
+        {".", "File: Ext:", true}, {"..", "Parent:", true}, {"...", "File: Ext: Ext: Ext:", true},
+        {".../a", "Dir:... File:a", true}, {"./a", "File:a", true}, {"a/./b", "Dir:a File:b", true},
+        {"a/.", "Dir:a File: Ext:", true}, {"a/..", "", true}, {"a/b/..", "Dir:a", true}, {"a/b/../..", "", true},
+        {"a/../../b", "Parent: File:b", true}, {"../../a", "Parent: Parent: File:a", true},
+        {"C:../x", "Drive:C: Parent: File:x", false}, {"C:./x", "Drive:C: File:x", false},
+        {"C:..", "Drive:C: Parent:", false}, {"C:/../x", "Drive:C: Parent: File:x", false},
+        {"//srv/share/../x", "Server:srv Share:share Parent: File:x", false}, {"a.", "File:a Ext:", true},
+        {".profile", "File: Ext:profile", true}, {"a..b", "File:a Ext: Ext:b", true},
+        {"x.y/z", "Dir:x.y File:z", true}, {"a///b", "Dir:a File:b", true}, {"  x/y ", "Dir:x File:y ", true},
+        {"\tC:/x", "Drive:C: File:x", false}, {"\xa0/x", "Dir:\xa0 File:x", true},
+        // clang-format on
     };
     for (const auto& row : rows) {
         std::string path = row.path;
@@ -181,8 +149,7 @@ TEST(SplitPath, RandomPathsAgreeWithThePlainRules) {
     std::mt19937 random(7);
     for (int round = 0; round != 30000; ++round) {
         std::string path;
-        for (std::size_t n = random() % 14; n != 0; --n)
-            path += words[random() % std::size(words)];
+        for (std::size_t n = random() % 14; n != 0; --n) path += words[random() % std::size(words)];
         const Split expected = split_plainly(path);
         const Split result = split(split_text(path));
         ASSERT_EQ(result.items, expected.items) << path;

@@ -22,8 +22,7 @@ TYPED_TEST(Scan, FindsWhatThePlainLoopsFind) {
             const GuardedText<TypeParam> text(n, low);
             TypeParam* const first = text.data();
             TypeParam* const last = first + n;
-            for (unsigned int i = 0; i < n; i += 5)
-                first[i] = other;
+            for (unsigned int i = 0; i < n; i += 5) first[i] = other;
             EXPECT_EQ(kord::scan_forward<TypeParam>(first, last, wanted), last);
             EXPECT_EQ((kord::BackwardMatches(static_cast<const TypeParam*>(first), last, wanted).next()), nullptr);
             for (unsigned int i = 0; i != n; ++i) {

@@ -102,8 +102,7 @@ class Walk : public ::testing::Test {
         case 17: s.resize(x.n, c); break;
         case 18:
             s.reserve(size);
-            for (char32_t& d : s.text)
-                d = x.n % 2 == 0 ? KordToUpper(d) : KordToLower(d);
+            for (char32_t& d : s.text) d = x.n % 2 == 0 ? KordToUpper(d) : KordToLower(d);
             break;
         case 19:
             if (x.pos < size) s.reserve(size), s.text[x.pos] = c;

@@ -16,8 +16,7 @@ class KORD_TYPE os_logic_error : public std::exception {
     /// Keeps a copy of the message in the object; past 63 characters it is cut.
     explicit os_logic_error(const char* message) noexcept {
         unsigned int n = 0;
-        for (; n + 1 < sizeof message_ && message[n] != '\0'; ++n)
-            message_[n] = message[n];
+        for (; n + 1 < sizeof message_ && message[n] != '\0'; ++n) message_[n] = message[n];
     }
     os_logic_error(const os_logic_error&) noexcept = default;
     os_logic_error& operator=(const os_logic_error&) noexcept = default;

@@ -119,14 +119,12 @@ class os_list {
         const unsigned int common = count_ < other.count_ ? count_ : other.count_;
         const node* from = other.sentinel_->next;
         node* to = sentinel_->next;
-        for (unsigned int n = common; n != 0; --n, to = to->next)
-            from = from->next;
+        for (unsigned int n = common; n != 0; --n, to = to->next) from = from->next;
         erase_from(to);
         append(from, other.sentinel_);
         from = other.sentinel_->next;
         to = sentinel_->next;
-        for (unsigned int n = common; n != 0; --n, from = from->next, to = to->next)
-            to->value = from->value;
+        for (unsigned int n = common; n != 0; --n, from = from->next, to = to->next) to->value = from->value;
         return *this;
     }
 
@@ -168,14 +166,12 @@ class os_list {
     /// Appends copies of the elements [from, end) of another list: all of them or, when it throws, none.
     void append(const node* from, const node* end) {
         rollback added{*this, sentinel_->prev};
-        for (; from != end; from = from->next)
-            insert(this->end(), from->value);
+        for (; from != end; from = from->next) insert(this->end(), from->value);
         added.last = sentinel_->prev;
     }
     /// Erases `first` and what follows it.
     void erase_from(node* first) noexcept {
-        while (first != sentinel_)
-            first = erase(const_iterator(first)).node_;
+        while (first != sentinel_) first = erase(const_iterator(first)).node_;
     }
 
     node* obtain() {

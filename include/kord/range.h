@@ -42,8 +42,7 @@ inline std::size_t text_length(const char* text) noexcept {
 inline std::size_t text_length(const unsigned short* text) noexcept {
     std::size_t n = 0;
     if (text != nullptr) {
-        while (text[n] != 0)
-            ++n;
+        while (text[n] != 0) ++n;
     }
     return n;
 }

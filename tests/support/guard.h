@@ -54,8 +54,7 @@ class GuardedText {
   public:
     GuardedText(std::size_t n, bool low)
         : data_(reinterpret_cast<T*>(low ? page_.begin() : page_.end() - n * sizeof(T))) {
-        for (std::size_t i = 0; i != n; ++i)
-            data_[i] = 'g';
+        for (std::size_t i = 0; i != n; ++i) data_[i] = 'g';
     }
     T* data() const { return data_; }
 

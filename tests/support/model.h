@@ -19,8 +19,7 @@ struct Model {
 
     static unsigned int capacity_for(std::uint64_t c) {
         std::uint64_t bytes = 16;
-        while (bytes < 8 + (c + 1) * sizeof(T))
-            bytes += 16;
+        while (bytes < 8 + (c + 1) * sizeof(T)) bytes += 16;
         return static_cast<unsigned int>((bytes - 8 - sizeof(T)) / sizeof(T));
     }
     bool alone() const { return block.use_count() == 1 && !null; }

@@ -50,8 +50,7 @@ String<T> make(std::string_view text) {
 template <class T>
 std::u32string codes(const KordCharacterRange<T>& range) {
     std::u32string out;
-    for (const T c : range)
-        out += static_cast<std::make_unsigned_t<T>>(c);
+    for (const T c : range) out += static_cast<std::make_unsigned_t<T>>(c);
     return out;
 }
 
