@@ -24,9 +24,10 @@ void exchange(P& a, P& b) noexcept {
 /// States, which every member keeps:
 ///  - null: no block, both pointers null. Default-constructed, or moved from.
 ///  - foreign: no block, aimed at somebody else's text (`assign_literal`), which it never writes or frees.
-///  - sole owner: its block has a count of 1 and the text starts at the block's first slot. Only here are characters
-///    written in place.
-///  - sharing: the block has other holders, or the text starts later in it. Copied before it is written.
+///  - sole owner: its block has a count of 1 and the text starts at the block's first slot. Characters are written in
+///    place.
+///  - sharing: the block has other holders, or the text starts later in it. Copied before it is written, except that
+///    `replace` stays in a block that nobody else holds.
 ///  - emptied: both pointers null, with the kept block of a former sole owner (`erase()`), which is not reused.
 ///
 /// Copying and taking pieces share the block and never allocate. A member "unshares" when it makes the string sole
@@ -212,7 +213,8 @@ class KORD_API BasicString : public KordCharacterRange<T> {
     }
     template <class I, class J, kord::detail::if_integers<I, J> = 0>
     BasicString<T>& replace(I pos, J n, const T* sfirst, const T* slast) {
-        return replace(pos, n, KordCharacterRange<T>(sfirst, 0, kord::detail::to_count(slast - sfirst)), 0, npos);
+        const KordCharacterRange<T> target(*this, kord::detail::to_count(pos), kord::detail::to_count(n));
+        return replace(const_cast<T*>(target.begin()), const_cast<T*>(target.end()), sfirst, slast);
     }
     template <class I, class J, kord::detail::if_integers<I, J> = 0>
     BasicString<T>& assign(const BasicString<T>& s, I pos, J n) noexcept {
