@@ -100,7 +100,6 @@ class Splitter {
     /// far has been used up, and the first one met is the file's name unless a separator follows.
     void names() {
         Items::const_iterator next = items_.end();
-        const char* rest = last_; // where the items that stay begin
         const char* name = nullptr;
         unsigned int parents = 0;
         kord::BackwardMatches<char, IsSeparator> separators(at_, last_, IsSeparator('/', '\\'));
@@ -110,38 +109,35 @@ class Splitter {
             if (is_parent(begin, end)) {
                 ++parents;
             } else if (end == last_ && begin != end) {
-                name = rest = begin;
+                name = begin;
             } else if (begin == end || is_current(begin, end)) {
                 // Beside another separator, or standing for nothing.
             } else if (parents != 0) {
                 --parents;
             } else {
                 next = items_.insert(next, Item(KordSplitPath::Directory, begin, end));
-                rest = begin;
             }
             end = slash;
         }
-        if (parents != 0) unresolved(rest, next);
+        unresolved(parents, next);
         if (name != nullptr) file_name(name);
     }
 
-    /// Adds, before `next`, every ".." up to `last` that has no directory before it to take back. None of the
-    /// directories here stays.
-    void unresolved(const char* last, Items::const_iterator next) {
+    /// Adds, before `next`, the `count` parents that have no directory before them to take back. They come before every
+    /// directory that stays.
+    void unresolved(unsigned int count, Items::const_iterator next) {
         unsigned int depth = 0;
-        const char* first = at_;
-        while ((first = skip_separators(first, last)) != last) {
-            const char* const end = find_separator(first, last);
-            if (is_parent(first, end)) {
-                if (depth == 0) {
-                    items_.insert(next, Item(KordSplitPath::Parent, end, end));
-                } else {
-                    --depth;
-                }
-            } else if (!is_current(first, end)) {
-                ++depth;
+        for (const char* end = at_; count != 0;) {
+            const char* const begin = skip_separators(end, last_);
+            end = find_separator(begin, last_);
+            if (!is_parent(begin, end)) {
+                depth += is_current(begin, end) ? 0u : 1u;
+            } else if (depth != 0) {
+                --depth;
+            } else {
+                items_.insert(next, Item(KordSplitPath::Parent, end, end));
+                --count;
             }
-            first = end;
         }
     }
 
