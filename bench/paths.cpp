@@ -16,8 +16,8 @@ namespace {
 using benchmark::DoNotOptimize;
 using benchmark::State;
 
-constexpr const char* six_items = "C:/work/project/source/file.cpp"; // Drive, three directories, name and extension
-constexpr const char* six_names = "work/project/source/include/kord/Makefile";
+constexpr const char* six_items = "C:/home/project/source/file.cpp"; // Drive, three directories, name and extension
+constexpr const char* six_names = "home/project/source/include/kord/Makefile";
 constexpr const char* detours = "/home/user/./project/build/../source/../include/kord/path.h";
 
 std::string deep() {

@@ -3,7 +3,7 @@
 #include "core/case.h"
 #include "core/scan.h"
 
-#include <kord/string.h>
+#include <kord/basic_string.h>
 
 #include <algorithm>
 #include <cstdint>

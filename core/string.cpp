@@ -2,7 +2,7 @@
 #include "core/body.h"
 #include "core/scan.h"
 
-#include <kord/string.h>
+#include <kord/basic_string.h>
 
 #include <algorithm>
 

@@ -13,7 +13,8 @@ import tempfile
 # What a room may include besides its own files and the standard library: files, or folders ending in a slash.
 FLOORS = {
     "include": [],
-    "core": ["kord/range.h", "kord/errors.h", "kord/body.h", "kord/string.h"],
+    "core": ["kord/range.h", "kord/errors.h", "kord/body.h", "kord/basic_string.h",
+             "kord/string.h"],
     "text": ["kord/range.h", "kord/chars.h", "kord/real.h", "core/scan.h"],
     "format": ["kord/range.h", "kord/string.h", "kord/errors.h", "kord/chars.h", "kord/real.h", "core/scan.h",
                "text/classify.h", "text/number.h"],

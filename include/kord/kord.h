@@ -2,6 +2,7 @@
 #define KORD_KORD_H
 
 /// Everything.
+#include <kord/basic_string.h>
 #include <kord/body.h>
 #include <kord/chars.h>
 #include <kord/errors.h>
