@@ -77,18 +77,30 @@ BasicString<T>& BasicString<T>::append(unsigned int n, T c) {
     return *this;
 }
 
+// Where `assign` cannot write in place it starts from an empty string with the room that unsharing the old text would
+// have made, so that no character is copied only to be overwritten. The old text lasts until the end, as the source may
+// be it.
+
 template <class T>
 BasicString<T>& BasicString<T>::assign(const KordCharacterRange<T>& r) {
     const T* const source = r.begin();
     const unsigned int k = r.length();
-    BasicString<T> hold;
-    if (goes_with(body_, source, k)) hold.link(body_);
+    BasicString<T> other;
+    if (body_ == nullptr || !body_->owned_from(begin_) || goes_with(body_, source, k)) {
+        other.reserve(body_ == nullptr ? k : std::max(k, length()));
+        swap(other);
+    }
     kord::copy_characters(get_buffer(k), source, k);
     return *this;
 }
 
 template <class T>
 BasicString<T>& BasicString<T>::assign(unsigned int n, T c) {
+    BasicString<T> other;
+    if (body_ != nullptr && !body_->owned_from(begin_)) {
+        other.reserve(std::max(n, length()));
+        swap(other);
+    }
     std::fill_n(get_buffer(n), n, c);
     return *this;
 }

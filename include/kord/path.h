@@ -36,7 +36,7 @@ class KORD_API KordSplitPath {
         const char* begin = nullptr;
         const char* end = nullptr;
 
-        KORD_EMIT Item() noexcept = default;
+        Item() noexcept = default;
         Item(ItemKind k, const char* first, const char* last) noexcept : kind(k), begin(first), end(last) {}
         Item(const Item&) noexcept = default;
         KORD_EMIT Item& operator=(const Item& other) noexcept {
