@@ -48,20 +48,21 @@ template <class T>
 BasicString<T>& BasicString<T>::append(const KordCharacterRange<T>& r) {
     // The range may be this very string: read it before anything moves.
     const T* const source = r.begin();
-    const unsigned int k = r.length();
-    const unsigned int n = length();
-    const unsigned int m = sum(n, k);
+    const std::size_t k = static_cast<std::size_t>(r.end() - source);
+    const std::size_t n = static_cast<std::size_t>(end_ - begin_);
+    const std::uint64_t m = std::uint64_t{n} + k;
     const bool own = goes_with(body_, source, k);
-    if (!own && m <= lengthLimit && body_ != nullptr && body_->owned_from(begin_) && body_->fits(m)) {
+    if (body_ != nullptr && body_->owned_from(begin_) && m <= lengthLimit && body_->fits(n + k) && !own) {
         // Most appends need nothing but the copy.
-        kord::copy_characters(body_->first() + n, source, k);
-        body_->first()[m] = 0;
-        end_ = begin_ + m;
+        T* const at = body_->first() + n;
+        at[k] = 0;
+        end_ = at + k;
+        kord::copy_characters(at, source, k);
         return *this;
     }
     BasicString<T> hold;
     if (own) hold.link(body_);
-    kord::copy_characters(get_buffer(m) + n, source, k);
+    kord::copy_characters(get_buffer(kord::detail::to_count(m)) + n, source, k);
     return *this;
 }
 
