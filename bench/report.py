@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 """Turns Google Benchmark's JSON into a table: each operation's best time by library, and how kord compares.
 
-Usage: report.py RESULTS.json > REPORT.md
+Usage: report.py RESULTS.json... > REPORT.md
 Rows are named GROUP/OPERATION/LIBRARY[/SIZE]. The machine is shared, so the best of the repetitions counts.
 """
 
@@ -10,9 +10,9 @@ import sys
 
 
 def best_times(results):
-    """(row, size) -> {library: nanoseconds}, in the order of the file."""
+    """(group, operation, size) -> {library: nanoseconds}."""
     rows = {}
-    for run in results["benchmarks"]:
+    for run in results:
         if run.get("run_type") == "aggregate":
             continue
         group, operation, library, *size = run["name"].split("/")
@@ -22,8 +22,11 @@ def best_times(results):
 
 
 def main():
-    with open(sys.argv[1], encoding="utf-8") as file:
-        rows = best_times(json.load(file))
+    runs = []
+    for name in sys.argv[1:]:
+        with open(name, encoding="utf-8") as file:
+            runs += json.load(file)["benchmarks"]
+    rows = best_times(runs)
     print("Nanoseconds, the best of all repetitions; a ratio above 1 means that kord takes less time.\n")
     print("| Width | Operation | Size | kord | Others | Best other / kord |")
     print("|---|---|---|---:|---|---:|")
