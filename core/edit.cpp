@@ -11,8 +11,8 @@
 namespace {
 
 /// The sum of two counts, or if 32 bits do not hold it one that every limit refuses.
-unsigned int sum(unsigned int a, unsigned int b) noexcept {
-    return a > 0xFFFFFFFFu - b ? 0xFFFFFFFFu : a + b;
+constexpr unsigned int sum(std::size_t a, std::size_t b, std::size_t c = 0) noexcept {
+    return kord::detail::to_count(std::uint64_t{a} + b + c);
 }
 
 /// How far into the block's characters a pointer reaches, in bytes; more than any capacity if it points elsewhere.
@@ -50,9 +50,9 @@ BasicString<T>& BasicString<T>::append(const KordCharacterRange<T>& r) {
     const T* const source = r.begin();
     const std::size_t k = static_cast<std::size_t>(r.end() - source);
     const std::size_t n = static_cast<std::size_t>(end_ - begin_);
-    const std::uint64_t m = std::uint64_t{n} + k;
+    const unsigned int m = sum(n, k);
     const bool own = goes_with(body_, source, k);
-    if (body_ != nullptr && body_->owned_from(begin_) && m <= lengthLimit && body_->fits(n + k) && !own) {
+    if (body_ != nullptr && body_->owned_from(begin_) && m <= lengthLimit && body_->fits(m) && !own) {
         // Most appends need nothing but the copy.
         T* const at = body_->first() + n;
         at[k] = 0;
@@ -62,7 +62,7 @@ BasicString<T>& BasicString<T>::append(const KordCharacterRange<T>& r) {
     }
     BasicString<T> hold;
     if (own) hold.link(body_);
-    kord::copy_characters(get_buffer(kord::detail::to_count(m)) + n, source, k);
+    kord::copy_characters(get_buffer(m) + n, source, k);
     return *this;
 }
 
@@ -209,7 +209,7 @@ BasicString<T>& BasicString<T>::replace(T* first, T* last, const T* sfirst, cons
     }
     BasicString<T> result;
     const std::size_t before = static_cast<std::size_t>(first - begin_);
-    T* const at = result.get_buffer(kord::detail::to_count(std::uint64_t{before} + added + after));
+    T* const at = result.get_buffer(sum(before, added, after));
     kord::copy_characters(at, begin_, before);
     kord::copy_characters(at + before, sfirst, added);
     kord::copy_characters(at + before + added, last, after);

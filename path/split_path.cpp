@@ -1,5 +1,3 @@
-// The classes that are not templates write out their inline members for the binary interface.
-#define KORD_EMIT_INLINE
 #include <kord/path.h>
 
 #include "core/scan.h"
@@ -17,13 +15,18 @@ struct SlashToBackslash {
     char operator()(char c) const noexcept { return c == '/' ? '\\' : c; }
 };
 
-using IsSeparator = kord::IsEither<char>;
+using Separators = kord::IsEither<char>;
+
+Separators separators() noexcept {
+    return Separators('/', '\\');
+}
+
 const char* find(const char* first, const char* last, char c) noexcept {
     return kord::scan_forward(first, last, kord::Is<char>(c));
 }
 
 const char* find_separator(const char* first, const char* last) noexcept {
-    return kord::scan_forward(first, last, IsSeparator('/', '\\'));
+    return kord::scan_forward(first, last, separators());
 }
 
 const char* skip_separators(const char* first, const char* last) noexcept {
@@ -102,9 +105,9 @@ class Splitter {
         Items::const_iterator next = items_.end();
         const char* name = nullptr;
         unsigned int parents = 0;
-        kord::BackwardMatches<char, IsSeparator> separators(at_, last_, IsSeparator('/', '\\'));
+        kord::BackwardMatches<char, Separators> slashes(at_, last_, separators());
         for (const char* end = last_; end != nullptr;) {
-            const char* const slash = separators.next();
+            const char* const slash = slashes.next();
             const char* const begin = slash == nullptr ? at_ : slash + 1;
             if (is_parent(begin, end)) {
                 ++parents;
@@ -167,6 +170,8 @@ KordSplitPath::KordSplitPath(const astring& path) : raw_(path) {
     relative_ = Splitter(items_, first, last).split();
     kord::transform(first, last, SlashToBackslash()); // last: reading what was just written would have to wait for it
 }
+
+KordSplitPath::Item& KordSplitPath::Item::operator=(const Item& other) noexcept = default;
 
 KordSplitPath::KordSplitPath(const KordSplitPath& other) = default;
 

@@ -3,6 +3,7 @@
 #include <kord/path.h>
 
 #include <algorithm>
+#include <optional>
 #include <random>
 
 namespace {
@@ -75,71 +76,50 @@ TEST(SplitPath, PathsOfEveryKind) {
     }
 }
 
-/// The rules one after the other on a plain vector.
+/// The rules one after the other, on items written as they are shown.
 Split split_plainly(std::string path) {
-    struct Piece {
-        KordSplitPath::ItemKind kind;
-        std::string text;
-    };
     std::replace(path.begin(), path.end(), '/', '\\');
-    const std::size_t start = path.find_first_not_of("\t\n\v\f\r ");
-    if (start == std::string::npos) return {"", false};
-    path.erase(0, start);
-    const std::size_t leading = std::min(path.find_first_not_of('\\'), path.size());
-    bool relative = false;
-    std::vector<Piece> pieces;
+    path.erase(0, std::min(path.find_first_not_of("\t\n\v\f\r "), path.size()));
+    std::vector<std::string> items;
     for (std::size_t at = 0; at != path.size();) {
         const std::size_t begin = std::min(path.find_first_not_of('\\', at), path.size());
         at = std::min(path.find('\\', begin), path.size());
-        pieces.push_back({KordSplitPath::Directory, path.substr(begin, at - begin)});
+        items.push_back("Dir:" + path.substr(begin, at - begin));
     }
-    const std::string first = pieces[0].text;
+    if (items.empty()) return {"", false};
+    const std::size_t leading = std::min(path.find_first_not_of('\\'), path.size());
+    const std::string first = items[0].substr(4), second = items.size() > 1 ? items[1].substr(4) : "";
     const std::size_t colon = first.find(':');
     if (leading >= 2) {
-        pieces[0].kind = KordSplitPath::Server;
-        if (pieces.size() > 1) pieces[1].kind = KordSplitPath::Share;
-    } else if (colon != std::string::npos) {
-        pieces[0] = {KordSplitPath::Drive, first.substr(0, colon + 1)};
-        if (colon + 1 != first.size())
-            pieces.insert(pieces.begin() + 1, {KordSplitPath::Directory, first.substr(colon + 1)});
-    } else if (leading == 0) {
-        relative = true;
-    } else if (first == "MNT" && pieces.size() > 1 && pieces[1].text.size() == 2 && pieces[1].text[1] == ':' &&
-               std::isalpha(static_cast<unsigned char>(pieces[1].text[0]))) {
-        pieces[0].kind = KordSplitPath::Mount;
-        pieces[1].kind = KordSplitPath::Drive;
+        items[0] = "Server:" + first;
+        if (items.size() > 1) items[1] = "Share:" + second;
+    } else if (colon != first.npos) {
+        items[0] = "Drive:" + first.substr(0, colon + 1);
+        if (colon + 1 != first.size()) items.insert(items.begin() + 1, "Dir:" + first.substr(colon + 1));
+    } else if (leading == 1 && first == "MNT" && second.size() == 2 && std::isalpha(second[0]) && second[1] == ':') {
+        items[0] = "Mount:MNT";
+        items[1] = "Drive:" + second;
     }
-    for (Piece& piece : pieces) {
-        if (piece.kind == KordSplitPath::Directory && piece.text == "..") piece = {KordSplitPath::Parent, ""};
-    }
-    if (pieces.back().kind == KordSplitPath::Directory) {
-        const std::string name = pieces.back().text;
-        pieces.pop_back();
-        if (!name.empty()) {
-            std::size_t dot = std::min(name.find('.'), name.size());
-            pieces.push_back({KordSplitPath::FileName, name.substr(0, dot)});
-            while (dot != name.size()) {
-                const std::size_t begin = dot + 1;
-                dot = std::min(name.find('.', begin), name.size());
-                pieces.push_back({KordSplitPath::Extension, name.substr(begin, dot - begin)});
-            }
+    std::replace(items.begin(), items.end(), std::string("Dir:.."), std::string("Parent:"));
+    if (std::string name = items.back(); name.starts_with("Dir:")) {
+        items.pop_back();
+        name.replace(0, 3, "File");
+        for (std::size_t dot = 0; (dot = name.find('.')) != name.npos; name = "Ext:" + name.substr(dot + 1)) {
+            items.push_back(name.substr(0, dot));
         }
+        if (name != "File:") items.push_back(name); // nothing after the last separator
     }
-    std::erase_if(pieces, [](const Piece& p) { return p.kind == KordSplitPath::Directory && p.text == "."; });
-    for (std::size_t i = 0; i < pieces.size();) {
-        if (i > 0 && pieces[i].kind == KordSplitPath::Parent && pieces[i - 1].kind == KordSplitPath::Directory) {
-            pieces.erase(pieces.begin() + static_cast<std::ptrdiff_t>(i) - 1,
-                         pieces.begin() + static_cast<std::ptrdiff_t>(i) + 1);
-            --i;
+    std::erase(items, "Dir:.");
+    for (std::size_t i = 1; i < items.size();) {
+        if (items[i] == "Parent:" && items[i - 1].starts_with("Dir:")) {
+            items.erase(items.begin() + i - 1, items.begin() + i + 1);
+            i = std::max<std::size_t>(i - 1, 1);
         } else {
             ++i;
         }
     }
-    Split result{"", relative};
-    for (const Piece& p : pieces) {
-        if (!result.items.empty()) result.items += ' ';
-        result.items += describe(p.kind, p.text);
-    }
+    Split result{"", leading == 0 && colon == first.npos};
+    for (const std::string& item : items) result.items += (result.items.empty() ? "" : " ") + item;
     return result;
 }
 
@@ -175,16 +155,15 @@ TEST(SplitPath, TheCallersStringIsLeftAlone) {
 }
 
 TEST(SplitPath, CopiesShareTheTextAndOutliveTheirSource) {
-    auto* const source = new KordSplitPath("C:/dir/file.txt");
+    std::optional<KordSplitPath> source("C:/dir/file.txt");
     const KordSplitPath copy(*source);
     KordSplitPath assigned("a/much/longer/path/than/the/other");
     assigned = *source;
-    const KordSplitPath& alias = assigned;
-    assigned = alias;
-    EXPECT_EQ(copy.Begin()->begin, source->Begin()->begin);
-    EXPECT_EQ(assigned.Begin()->begin, source->Begin()->begin);
-    delete source;
+    assigned = static_cast<const KordSplitPath&>(assigned);
+    const char* const text = source->Begin()->begin;
+    source.reset();
     for (const KordSplitPath& path : {copy, assigned}) {
+        EXPECT_EQ(path.Begin()->begin, text);
         EXPECT_EQ(split(path).items, "Drive:C: Dir:dir File:file Ext:txt");
         EXPECT_FALSE(path.Relative());
     }

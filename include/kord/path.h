@@ -39,12 +39,7 @@ class KORD_API KordSplitPath {
         Item() noexcept = default;
         Item(ItemKind k, const char* first, const char* last) noexcept : kind(k), begin(first), end(last) {}
         Item(const Item&) noexcept = default;
-        KORD_EMIT Item& operator=(const Item& other) noexcept {
-            kind = other.kind;
-            begin = other.begin;
-            end = other.end;
-            return *this;
-        }
+        Item& operator=(const Item& other) noexcept;
         /// The text as a range; valid as long as the item.
         aliteral text() const noexcept { return aliteral(begin, end); }
     };

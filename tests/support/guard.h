@@ -4,12 +4,8 @@
 #include <cstddef>
 #include <cstdlib>
 
-#ifdef _WIN32
-#include <windows.h>
-#else
 #include <sys/mman.h>
 #include <unistd.h>
-#endif
 
 /// A page of memory between two that fault when touched.
 class GuardedPage {
@@ -17,32 +13,16 @@ class GuardedPage {
     static constexpr std::size_t size = 4096;
 
     GuardedPage() {
-#ifdef _WIN32
-        void* const all = VirtualAlloc(nullptr, 3 * size, MEM_RESERVE, PAGE_NOACCESS);
-        page_ = static_cast<char*>(all) + size;
-        if (all == nullptr || VirtualAlloc(page_, size, MEM_COMMIT, PAGE_READWRITE) == nullptr) std::abort();
-#else
         void* const all = mmap(nullptr, 3 * size, PROT_NONE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
         page_ = static_cast<char*>(all) + size;
         if (all == MAP_FAILED || mprotect(page_, size, PROT_READ | PROT_WRITE) != 0) std::abort();
-#endif
     }
-    ~GuardedPage() {
-#ifdef _WIN32
-        VirtualFree(page_ - size, 0, MEM_RELEASE);
-#else
-        munmap(page_ - size, 3 * size);
-#endif
-    }
+    ~GuardedPage() { munmap(page_ - size, 3 * size); }
     GuardedPage(const GuardedPage&) = delete;
     GuardedPage& operator=(const GuardedPage&) = delete;
 
-    char* begin() const {
-        return page_;
-    }
-    char* end() const {
-        return page_ + size;
-    }
+    char* begin() const { return page_; }
+    char* end() const { return page_ + size; }
 
   private:
     char* page_;
