@@ -42,10 +42,12 @@ bool is_parent(const char* first, const char* last) noexcept {
     return last - first == 2 && first[0] == '.' && first[1] == '.';
 }
 
-/// Splits a path of separators and names into items. Only items that stay in the result are ever made.
+/// Splits a path of separators and names into items. Only items that stay in the result are ever made. Reads one copy
+/// of the path and makes items of another: reading what was just copied would have to wait for it.
 class Splitter {
   public:
-    Splitter(Items& items, const char* first, const char* last) noexcept : items_(items), at_(first), last_(last) {}
+    Splitter(Items& items, const char* first, const char* last, const char* copy) noexcept
+        : items_(items), first_(first), at_(first), last_(last), copy_(copy) {}
 
     /// Returns whether the path is relative.
     bool split() {
@@ -55,8 +57,11 @@ class Splitter {
     }
 
   private:
+    Item item(KordSplitPath::ItemKind kind, const char* first, const char* last) const noexcept {
+        return Item(kind, copy_ + (first - first_), copy_ + (last - first_));
+    }
     void add(KordSplitPath::ItemKind kind, const char* first, const char* last) {
-        items_.insert(items_.end(), Item(kind, first, last));
+        items_.insert(items_.end(), item(kind, first, last));
     }
     /// Adds the item that begins here.
     void take(KordSplitPath::ItemKind kind) {
@@ -118,7 +123,7 @@ class Splitter {
             } else if (parents != 0) {
                 --parents;
             } else {
-                next = items_.insert(next, Item(KordSplitPath::Directory, begin, end));
+                next = items_.insert(next, item(KordSplitPath::Directory, begin, end));
             }
             end = slash;
         }
@@ -138,7 +143,7 @@ class Splitter {
             } else if (depth != 0) {
                 --depth;
             } else {
-                items_.insert(next, Item(KordSplitPath::Parent, end, end));
+                items_.insert(next, item(KordSplitPath::Parent, end, end));
                 --count;
             }
         }
@@ -155,20 +160,22 @@ class Splitter {
     }
 
     Items& items_;
+    const char* const first_;
     const char* at_;
     const char* const last_;
+    const char* const copy_;
 };
 
 } // namespace
 
 KordSplitPath::KordSplitPath(const astring& path) : raw_(path) {
     if (raw_.empty()) return;
-    char* first = raw_.begin();
-    char* const last = first + raw_.length();
-    while (first != last && kord::has_flag(*first, kordSpace)) ++first;
-    if (first == last) return;
-    relative_ = Splitter(items_, first, last).split();
-    kord::transform(first, last, SlashToBackslash()); // last: reading what was just written would have to wait for it
+    char* copy = raw_.begin();
+    const char* first = path.cbegin();
+    for (; first != path.cend() && kord::has_flag(*first, kordSpace); ++first) ++copy;
+    if (first == path.cend()) return;
+    kord::transform(copy, copy + (path.cend() - first), SlashToBackslash());
+    relative_ = Splitter(items_, first, path.cend(), copy).split();
 }
 
 KordSplitPath::Item& KordSplitPath::Item::operator=(const Item& other) noexcept = default;
