@@ -5,17 +5,38 @@
 /// KORD_SCALAR_LANES) plain loops that do the same. Comparisons give lanes of all ones or all zeros.
 
 #if defined(__SSE2__) && !defined(KORD_SCALAR_LANES)
-#include <emmintrin.h>
+#include <tmmintrin.h>
 #define KORD_LANES_SSE2 1
 #else
-#include <cstring>
 #include <type_traits>
 #define KORD_LANES_SSE2 0
 #endif
 
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+
 namespace kord {
 
+/// A set of the codes 0 to 255, a bit each: the row is the code's low half, the bit in it the high half.
+struct CodeSet {
+    alignas(16) unsigned char rows[2][16] = {};
+
+    void add(unsigned int code) noexcept { rows[code >> 7][code & 15] |= static_cast<unsigned char>(bit(code)); }
+    bool has(unsigned int code) const noexcept { return (rows[code >> 7][code & 15] & bit(code)) != 0; }
+
+  private:
+    static unsigned int bit(unsigned int code) noexcept { return 1u << (code >> 4 & 7); }
+};
+
 #if KORD_LANES_SSE2
+
+/// Marks a function that may only run where `has_shuffles` says so, with all it calls made part of it.
+#define KORD_SHUFFLES __attribute__((target("ssse3"), flatten))
+
+inline bool has_shuffles() noexcept {
+    return __builtin_cpu_supports("ssse3");
+}
 
 template <class T>
 struct Lanes {
@@ -25,6 +46,26 @@ struct Lanes {
     __m128i v;
 
     static Lanes load(const T* p) noexcept { return {_mm_loadu_si128(reinterpret_cast<const __m128i*>(p))}; }
+    /// The n < count characters from p on and zeros behind them. Nothing else is read: a few words that overlap.
+    static Lanes load_partial(const T* p, std::size_t n) noexcept {
+        const char* const first = reinterpret_cast<const char*>(p);
+        const std::size_t bytes = n * sizeof(T);
+        const char* const last = first + bytes;
+        std::uint64_t low = 0, high = 0;
+        if (bytes > 8) {
+            low = word<std::uint64_t>(first);
+            high = word<std::uint64_t>(last - 8) >> (128 - 8 * bytes);
+        } else if (bytes >= 4) {
+            low = word<std::uint32_t>(first);
+            low |= std::uint64_t{word<std::uint32_t>(last - 4)} << (8 * bytes - 32);
+        } else if (bytes >= 2) {
+            low = word<std::uint16_t>(first);
+            low |= std::uint64_t{word<std::uint16_t>(last - 2)} << (8 * bytes - 16);
+        } else if (bytes == 1) {
+            low = word<std::uint8_t>(first);
+        }
+        return {_mm_set_epi64x(static_cast<long long>(high), static_cast<long long>(low))};
+    }
     void store(T* p) const noexcept { _mm_storeu_si128(reinterpret_cast<__m128i*>(p), v); }
     static Lanes splat(unsigned int c) noexcept {
         if constexpr (sizeof(T) == 1) return {_mm_set1_epi8(static_cast<char>(c))};
@@ -36,18 +77,42 @@ struct Lanes {
     friend Lanes operator^(Lanes a, Lanes b) noexcept { return {_mm_xor_si128(a.v, b.v)}; }
     /// a without the bits of b.
     friend Lanes without(Lanes a, Lanes b) noexcept { return {_mm_andnot_si128(b.v, a.v)}; }
+    /// The lanes whose codes the predicate takes, asked one by one.
+    template <class Predicate>
+    static Lanes where(Lanes a, const Predicate& takes) noexcept {
+        T c[count];
+        a.store(c);
+        for (T& x : c) x = static_cast<T>(takes(x) ? ~0u : 0u);
+        return load(c);
+    }
     friend Lanes equal(Lanes a, Lanes b) noexcept {
         if constexpr (sizeof(T) == 1) return {_mm_cmpeq_epi8(a.v, b.v)};
         return {_mm_cmpeq_epi16(a.v, b.v)};
     }
-    /// Which codes lie in [low, high]? Codes are unsigned.
+    /// Which codes lie in [low, high]? Codes are unsigned, the comparison is not: the range is moved to its least
+    /// value.
     friend Lanes in_range(Lanes a, unsigned int low, unsigned int high) noexcept {
-        const __m128i zero = _mm_setzero_si128();
-        const __m128i span = splat(high - low).v;
+        constexpr unsigned int least = sizeof(T) == 1 ? 0x80 : 0x8000;
         if constexpr (sizeof(T) == 1) {
-            return {_mm_cmpeq_epi8(_mm_subs_epu8(_mm_sub_epi8(a.v, splat(low).v), span), zero)};
+            return {_mm_cmplt_epi8(_mm_sub_epi8(a.v, splat(low - least).v), splat(high - low + 1 + least).v)};
         }
-        return {_mm_cmpeq_epi16(_mm_subs_epu16(_mm_sub_epi16(a.v, splat(low).v), span), zero)};
+        return {_mm_cmplt_epi16(_mm_sub_epi16(a.v, splat(low - least).v), splat(high - low + 1 + least).v)};
+    }
+
+    /// Which codes are in the set? Codes of 256 and more are in none.
+    __attribute__((target("ssse3"))) friend Lanes in_set(Lanes a, const CodeSet& set) noexcept {
+        const __m128i low = _mm_load_si128(reinterpret_cast<const __m128i*>(set.rows[0]));
+        const __m128i high = _mm_load_si128(reinterpret_cast<const __m128i*>(set.rows[1]));
+        const __m128i bits = _mm_setr_epi8(1, 2, 4, 8, 16, 32, 64, -128, 1, 2, 4, 8, 16, 32, 64, -128);
+        // A shuffle gives 0 where the top bit of the index is set: each code finds its row in one of the two halves.
+        const __m128i top = _mm_set1_epi8(-128);
+        const __m128i row = _mm_or_si128(_mm_shuffle_epi8(low, a.v), _mm_shuffle_epi8(high, _mm_xor_si128(a.v, top)));
+        const __m128i bit = _mm_shuffle_epi8(bits, _mm_and_si128(_mm_srli_epi16(a.v, 4), _mm_set1_epi8(15)));
+        const __m128i found = _mm_cmpeq_epi8(_mm_and_si128(row, bit), bit);
+        if constexpr (sizeof(T) == 1) return {found};
+        const __m128i upper = _mm_set1_epi16(static_cast<short>(0xFF00));
+        const __m128i both = _mm_or_si128(_mm_and_si128(upper, a.v), _mm_andnot_si128(upper, found));
+        return {_mm_cmpeq_epi16(both, _mm_set1_epi16(0xFF))};
     }
 
     /// Are all codes below 128?
@@ -57,6 +122,8 @@ struct Lanes {
     }
     /// Of a comparison's result: the lanes that hold, as a word for `first_lane` and `last_lane`; 0 for none.
     unsigned int mask() const noexcept { return static_cast<unsigned int>(_mm_movemask_epi8(v)); }
+    /// The mask of all lanes.
+    static constexpr unsigned int all = 0xFFFF;
     static unsigned int first_lane(unsigned int mask) noexcept {
         return static_cast<unsigned int>(__builtin_ctz(mask)) / static_cast<unsigned int>(sizeof(T));
     }
@@ -67,11 +134,23 @@ struct Lanes {
     static unsigned int lanes_before(unsigned int mask, unsigned int lane) noexcept {
         return mask & ((1u << lane * sizeof(T)) - 1);
     }
-    /// The mask of one lane.
-    static unsigned int lane_bit(unsigned int lane) noexcept { return 1u << lane * sizeof(T); }
+
+  private:
+    template <class Word>
+    static Word word(const char* p) noexcept {
+        Word w;
+        std::memcpy(&w, p, sizeof w);
+        return w;
+    }
 };
 
 #else
+
+#define KORD_SHUFFLES
+
+inline bool has_shuffles() noexcept {
+    return true;
+}
 
 template <class T>
 struct Lanes {
@@ -84,6 +163,11 @@ struct Lanes {
     static Lanes load(const T* p) noexcept {
         Lanes r;
         std::memcpy(r.v, p, sizeof r.v);
+        return r;
+    }
+    static Lanes load_partial(const T* p, std::size_t n) noexcept {
+        Lanes r = splat(0);
+        if (n != 0) std::memcpy(r.v, p, n * sizeof(T));
         return r;
     }
     void store(T* p) const noexcept { std::memcpy(p, v, sizeof v); }
@@ -103,11 +187,18 @@ struct Lanes {
     friend Lanes without(Lanes a, Lanes b) noexcept {
         return each([&](unsigned int i) { return a.v[i] & ~b.v[i]; });
     }
+    template <class Predicate>
+    static Lanes where(Lanes a, const Predicate& takes) noexcept {
+        return each([&](unsigned int i) { return takes(static_cast<T>(a.v[i])) ? ~0u : 0u; });
+    }
     friend Lanes equal(Lanes a, Lanes b) noexcept {
         return each([&](unsigned int i) { return a.v[i] == b.v[i] ? ~0u : 0u; });
     }
     friend Lanes in_range(Lanes a, unsigned int low, unsigned int high) noexcept {
         return each([&](unsigned int i) { return a.v[i] >= low && a.v[i] <= high ? ~0u : 0u; });
+    }
+    friend Lanes in_set(Lanes a, const CodeSet& set) noexcept {
+        return each([&](unsigned int i) { return a.v[i] < 256 && set.has(a.v[i]) ? ~0u : 0u; });
     }
 
     bool is_ascii() const noexcept {
@@ -115,6 +206,7 @@ struct Lanes {
         for (const Code c : v) bits |= c;
         return bits < 0x80;
     }
+    static constexpr unsigned int all = (1u << count) - 1;
     unsigned int mask() const noexcept {
         unsigned int bits = 0;
         for (unsigned int i = 0; i != count; ++i) bits |= (v[i] & 1u) << i;
@@ -129,7 +221,6 @@ struct Lanes {
     static unsigned int lanes_before(unsigned int mask, unsigned int lane) noexcept {
         return mask & ((1u << lane) - 1);
     }
-    static unsigned int lane_bit(unsigned int lane) noexcept { return 1u << lane; }
 
   private:
     template <class F>

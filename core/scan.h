@@ -4,23 +4,43 @@
 #include "core/lanes.h"
 
 #include <cstddef>
+#include <cstring>
 
 /// The loops over characters [first, last). Each takes what it asks or does from a small object that answers for a
-/// block of lanes and for one character; the object decides, the loop walks. Nothing outside [first, last) is read:
-/// fewer characters than a block are taken singly, and a last partial block overlaps the one before it.
+/// block of lanes; the object decides, the loop walks. Nothing outside [first, last) is read: fewer characters than
+/// make a block are one partial block, and a last partial block overlaps the one before it.
 namespace kord {
+
+/// A block of characters at `p`, as a matcher sees it. A matcher is called with a block and answers which lanes match;
+/// one that looks for texts also reads at offsets, where the text goes on.
+template <class T>
+struct Block {
+    const T* p;
+    Lanes<T> at(std::size_t offset) const noexcept { return Lanes<T>::load(p + offset); }
+};
+
+/// The same of n characters only.
+template <class T>
+struct PartialBlock {
+    const T* p;
+    std::size_t n;
+    Lanes<T> at(std::size_t offset) const noexcept { return Lanes<T>::load_partial(p + offset, n); }
+
+    template <class Matcher>
+    unsigned int mask(const Matcher& matches) const noexcept {
+        return Lanes<T>::lanes_before(matches(*this).mask(), static_cast<unsigned int>(n));
+    }
+};
 
 /// A matcher: characters equal to `c`.
 template <class T>
 class Is {
   public:
-    explicit Is(T c) noexcept : lanes_(Lanes<T>::splat(static_cast<unsigned int>(c))), c_(c) {}
-    unsigned int operator()(Lanes<T> x) const noexcept { return equal(x, lanes_).mask(); }
-    bool operator()(T x) const noexcept { return x == c_; }
+    explicit Is(T c) noexcept : c_(Lanes<T>::splat(static_cast<unsigned int>(c))) {}
+    Lanes<T> operator()(const auto& block) const noexcept { return equal(block.at(0), c_); }
 
   private:
-    Lanes<T> lanes_;
-    T c_;
+    Lanes<T> c_;
 };
 
 /// A matcher: characters equal to `c` or to `d`.
@@ -28,29 +48,94 @@ template <class T>
 class IsEither {
   public:
     IsEither(T c, T d) noexcept
-        : c_lanes_(Lanes<T>::splat(static_cast<unsigned int>(c))),
-          d_lanes_(Lanes<T>::splat(static_cast<unsigned int>(d))), c_(c), d_(d) {}
-    unsigned int operator()(Lanes<T> x) const noexcept { return (equal(x, c_lanes_) | equal(x, d_lanes_)).mask(); }
-    bool operator()(T x) const noexcept { return x == c_ || x == d_; }
+        : c_(Lanes<T>::splat(static_cast<unsigned int>(c))), d_(Lanes<T>::splat(static_cast<unsigned int>(d))) {}
+    Lanes<T> operator()(const auto& block) const noexcept { return equal(block.at(0), c_) | equal(block.at(0), d_); }
 
   private:
-    Lanes<T> c_lanes_, d_lanes_;
-    T c_, d_;
+    Lanes<T> c_, d_;
+};
+
+/// A matcher: what another does not take.
+template <class T, class Matcher>
+class IsNot {
+  public:
+    explicit IsNot(const Matcher& matcher) noexcept : matcher_(matcher) {}
+    Lanes<T> operator()(const auto& block) const noexcept { return matcher_(block) ^ ones_; }
+
+  private:
+    Matcher matcher_;
+    Lanes<T> ones_ = Lanes<T>::splat(~0u);
 };
 
 /// The first character that the matcher takes; `last` if there is none.
 template <class T, class Matcher>
 const T* scan_forward(const T* first, const T* last, const Matcher& matches) noexcept {
-    constexpr std::ptrdiff_t block = Lanes<T>::count;
+    using L = Lanes<T>;
+    constexpr std::ptrdiff_t block = L::count;
     if (last - first < block) {
-        while (first != last && !matches(*first)) ++first;
-        return first;
+        const PartialBlock<T> part{first, static_cast<std::size_t>(last - first)};
+        const unsigned int mask = part.mask(matches);
+        return mask == 0 ? last : first + L::first_lane(mask);
     }
-    for (;; first += block) {
+    for (; last - first >= 4 * block; first += 4 * block) {
+        const L a = matches(Block<T>{first}), b = matches(Block<T>{first + block});
+        const L c = matches(Block<T>{first + 2 * block}), d = matches(Block<T>{first + 3 * block});
+        if ((a | b | c | d).mask() != 0) break;
+    }
+    for (; first != last; first += block) {
         if (last - first < block) first = last - block;
-        if (const unsigned int mask = matches(Lanes<T>::load(first))) return first + Lanes<T>::first_lane(mask);
-        if (last - first == block) return last;
+        if (const unsigned int mask = matches(Block<T>{first}).mask()) return first + L::first_lane(mask);
     }
+    return last;
+}
+
+/// Behind the last character that the matcher takes; `first` if there is none.
+template <class T, class Matcher>
+const T* scan_backward(const T* first, const T* last, const Matcher& matches) noexcept {
+    using L = Lanes<T>;
+    constexpr std::ptrdiff_t block = L::count;
+    if (last - first < block) {
+        const PartialBlock<T> part{first, static_cast<std::size_t>(last - first)};
+        const unsigned int mask = part.mask(matches);
+        return mask == 0 ? first : first + L::last_lane(mask) + 1;
+    }
+    for (; last - first >= 4 * block; last -= 4 * block) {
+        const L a = matches(Block<T>{last - block}), b = matches(Block<T>{last - 2 * block});
+        const L c = matches(Block<T>{last - 3 * block}), d = matches(Block<T>{last - 4 * block});
+        if ((a | b | c | d).mask() != 0) break;
+    }
+    for (; first != last; last -= block) {
+        if (last - first < block) last = first + block;
+        if (const unsigned int mask = matches(Block<T>{last - block}).mask()) {
+            return last - block + L::last_lane(mask) + 1;
+        }
+    }
+    return first;
+}
+
+/// `scan_forward` for one character, by the C library's own search where that is known to be a fast one.
+template <class T>
+const T* scan_character(const T* first, const T* last, T c) noexcept {
+#ifdef __GLIBC__
+    if constexpr (sizeof(T) == 1) {
+        const void* const found =
+            first == last ? nullptr : std::memchr(first, c, static_cast<std::size_t>(last - first));
+        return found == nullptr ? last : static_cast<const T*>(found);
+    }
+#endif
+    return scan_forward(first, last, Is<T>(c));
+}
+
+/// `scan_backward`, likewise.
+template <class T>
+const T* scan_character_backward(const T* first, const T* last, T c) noexcept {
+#ifdef __GLIBC__
+    if constexpr (sizeof(T) == 1) {
+        const void* const found = first == last ? nullptr : memrchr(first, c, static_cast<std::size_t>(last - first));
+        return found == nullptr ? first : static_cast<const T*>(found) + 1;
+    }
+#endif
+    return scan_backward(first, last, Is<T>(c));
 }
 
 /// Walks all matches from the back to the front; each block is looked at once.
@@ -78,16 +163,14 @@ class BackwardMatches {
         const std::ptrdiff_t left = at_ - first_;
         if (left >= block) {
             at_ -= block;
-            mask_ = matches_(Lanes<T>::load(at_));
+            mask_ = matches_(Block<T>{at_}).mask();
             return;
         }
         at_ = first_;
         if (whole_) {
-            mask_ = Lanes<T>::lanes_before(matches_(Lanes<T>::load(at_)), static_cast<unsigned int>(left));
-            return;
-        }
-        for (unsigned int lane = 0; lane != static_cast<unsigned int>(left); ++lane) {
-            if (matches_(at_[lane])) mask_ |= Lanes<T>::lane_bit(lane);
+            mask_ = Lanes<T>::lanes_before(matches_(Block<T>{at_}).mask(), static_cast<unsigned int>(left));
+        } else {
+            mask_ = PartialBlock<T>{at_, static_cast<std::size_t>(left)}.mask(matches_);
         }
     }
 
@@ -97,6 +180,48 @@ class BackwardMatches {
     const bool whole_;
     unsigned int mask_ = 0;
 };
+
+/// How many characters a[0 .. n) and b[0 .. n) have in common from the front on; n if they are the same. `same` says of
+/// two blocks which lanes are.
+template <class T, class Same>
+std::size_t common_front(const T* a, const T* b, std::size_t n, const Same& same) noexcept {
+    using L = Lanes<T>;
+    constexpr std::size_t block = L::count;
+    if (n < block) {
+        const unsigned int other = same(L::load_partial(a, n), L::load_partial(b, n)).mask() ^ L::all;
+        return other == 0 ? n : L::first_lane(other);
+    }
+    std::size_t i = 0;
+    for (; n - i >= 4 * block; i += 4 * block) {
+        const auto part = [&](std::size_t k) { return same(L::load(a + i + k * block), L::load(b + i + k * block)); };
+        if ((part(0) & part(1) & part(2) & part(3)).mask() != L::all) break;
+    }
+    for (; i != n; i += block) {
+        if (n - i < block) i = n - block;
+        const unsigned int other = same(L::load(a + i), L::load(b + i)).mask() ^ L::all;
+        if (other != 0) return i + L::first_lane(other);
+    }
+    return n;
+}
+
+/// The same from the back on.
+template <class T, class Same>
+std::size_t common_back(const T* a, const T* b, std::size_t n, const Same& same) noexcept {
+    using L = Lanes<T>;
+    constexpr std::size_t block = L::count;
+    if (n < block) {
+        const unsigned int other = L::lanes_before(same(L::load_partial(a, n), L::load_partial(b, n)).mask() ^ L::all,
+                                                   static_cast<unsigned int>(n));
+        return other == 0 ? n : n - L::last_lane(other) - 1;
+    }
+    for (std::size_t left = n; left != 0; left -= block) {
+        if (left < block) left = block;
+        const std::size_t i = left - block;
+        const unsigned int other = same(L::load(a + i), L::load(b + i)).mask() ^ L::all;
+        if (other != 0) return n - i - L::last_lane(other) - 1;
+    }
+    return n;
+}
 
 /// Replaces every character by what the map gives for it. Where the last block overlaps the one before it, both write
 /// the same: all of it is read before anything there is written.
