@@ -15,7 +15,7 @@ FLOORS = {
     "include": [],
     "core": ["kord/range.h", "kord/errors.h", "kord/body.h", "kord/basic_string.h",
              "kord/string.h"],
-    "text": ["kord/range.h", "kord/chars.h", "kord/real.h", "core/scan.h"],
+    "text": ["kord/range.h", "kord/chars.h", "kord/real.h", "core/case.h", "core/lanes.h", "core/scan.h"],
     "format": ["kord/range.h", "kord/string.h", "kord/errors.h", "kord/chars.h", "kord/real.h", "core/scan.h",
                "text/classify.h", "text/number.h"],
     "convert": ["kord/convert.h", "kord/string.h", "kord/range.h", "kord/errors.h", "core/scan.h", "core/lanes.h"],

@@ -9,6 +9,7 @@
 #include <kord/list.h>
 #include <kord/path.h>
 #include <kord/range.h>
+#include <kord/real.h>
 #include <kord/string.h>
 
 #endif

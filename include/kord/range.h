@@ -118,6 +118,99 @@ class KORD_API KordCharacterRange {
     /// The character at `pos`, which must be below `length()`.
     T operator[](unsigned int pos) const noexcept { return begin_[pos]; }
 
+    // --- comparing --------------------------------------------------------------------------------------------------
+    //
+    // The result is a difference, not only its sign: of the first two codes that differ, or, if one text begins with
+    // the other, of their lengths; 0 for equal texts. Codes are unsigned, and 16-bit text orders by unit. The `_nocase`
+    // members compare the upper-case partners of `KordToUpper`: they ignore case, and order 'a' before '_'.
+    //
+    // A piece (`pos`, `len`) is clamped as in the constructor above. A text (`s`, `n`) is as in the constructor from a
+    // pointer: empty if null, measured for `n` = `npos`, otherwise exactly `n` characters, zeros included. Linear in
+    // the common beginning; what lies behind the first difference is not read.
+
+    /// With the text of the one character `c`.
+    int compare(T c) const noexcept;
+    int compare(const T* s) const noexcept;
+    int compare(const KordCharacterRange<T>& r) const noexcept;
+    /// A piece of this range with a text.
+    int compare(unsigned int pos, unsigned int len, const T* s, unsigned int n = npos) const noexcept;
+    /// A piece of this range with a piece of `r`.
+    int compare(unsigned int pos1, unsigned int len1, const KordCharacterRange<T>& r, unsigned int pos2 = 0,
+                unsigned int len2 = npos) const noexcept;
+
+    int compare_nocase(T c) const noexcept;
+    int compare_nocase(const T* s) const noexcept;
+    int compare_nocase(const KordCharacterRange<T>& r) const noexcept;
+    int compare_nocase(unsigned int pos, unsigned int len, const T* s, unsigned int n = npos) const noexcept;
+    int compare_nocase(unsigned int pos1, unsigned int len1, const KordCharacterRange<T>& r, unsigned int pos2 = 0,
+                       unsigned int len2 = npos) const noexcept;
+
+    /// An integer is not a text here either.
+    template <class I, kord::detail::if_integers<I> = 0>
+    int compare(unsigned int, unsigned int, I, unsigned int = npos, unsigned int = npos) const = delete;
+    template <class I, kord::detail::if_integers<I> = 0>
+    int compare_nocase(unsigned int, unsigned int, I, unsigned int = npos, unsigned int = npos) const = delete;
+
+    // --- searching forwards: `pos` is the first position looked at --------------------------------------------------
+    //
+    // All searches return a position from the range's beginning, or `npos`. Nothing is found at or past the end, not
+    // even an empty text. Texts and sets may be pieces of this range. Linear: in the characters looked at for a text,
+    // whatever the two texts are, plus once the length of the text or set.
+
+    /// The first `c`.
+    unsigned int find(T c, unsigned int pos = 0) const noexcept;
+    /// The first occurrence of a text that ends in a zero; null is the empty text, which is found at `pos`.
+    unsigned int find(const T* s, unsigned int pos = 0) const noexcept;
+    /// The first occurrence of `r`.
+    unsigned int find(const KordCharacterRange<T>& r, unsigned int pos = 0) const noexcept;
+    /// The same without regard to case: characters match whose partners of `KordToUpper` are equal.
+    unsigned int find_nocase(const KordCharacterRange<T>& r, unsigned int pos = 0) const noexcept;
+    /// The first character that is in `set`, whose order and repetitions do not matter; never one of an empty set.
+    unsigned int find_first_of(const KordCharacterRange<T>& set, unsigned int pos = 0) const noexcept;
+    /// The first character that is not in `set`.
+    unsigned int find_first_not_of(const KordCharacterRange<T>& set, unsigned int pos = 0) const noexcept;
+    /// The first character other than `c`.
+    unsigned int find_first_not_of(T c, unsigned int pos = 0) const noexcept;
+
+    // --- searching backwards for a character: `pos` is the last position looked at ----------------------------------
+    //
+    // `npos` starts at the last character. Any other position at or past the end finds nothing.
+
+    /// The last `c` at or before `pos`.
+    unsigned int rfind(T c, unsigned int pos = npos) const noexcept;
+    unsigned int find_last_of(const KordCharacterRange<T>& set, unsigned int pos = npos) const noexcept;
+    unsigned int find_last_not_of(const KordCharacterRange<T>& set, unsigned int pos = npos) const noexcept;
+    unsigned int find_last_not_of(T c, unsigned int pos = npos) const noexcept;
+
+    // --- searching backwards for a text: a match ends at or before `pos` --------------------------------------------
+    //
+    // `npos` is the end of the range. A `pos` that many characters past the end, or more, as the text has finds
+    // nothing. An empty text is found at `pos` if that lies before the end. Note the difference: `rfind('a', 3)` looks
+    // at position 3, `rfind("a", 3)` finds nothing after position 2.
+
+    unsigned int rfind(const T* s, unsigned int pos = npos) const noexcept;
+    unsigned int rfind(const KordCharacterRange<T>& r, unsigned int pos = npos) const noexcept;
+    unsigned int rfind_nocase(const KordCharacterRange<T>& r, unsigned int pos = npos) const noexcept;
+
+    /// Moves the end back over every `c` at the end of the range. The characters stay as they are, and in a string the
+    /// block; no terminator is written.
+    void remove_trailing(T c) noexcept;
+
+    // --- numbers at the beginning of the range ----------------------------------------------------------------------
+    //
+    // What does not fit the syntax ends the number; a text that begins with it reads as 0. White space is not skipped,
+    // there is no exponent, no locale has a say, and units of 256 and more are never digits.
+
+    /// An optional '+' or '-', then decimal digits. Saturates at the limits of a 32-bit `int`.
+    int as_int() const noexcept;
+    /// Decimal digits, or hexadecimal ones after "0x", "0X" or '$'; no sign. Saturates at 4294967295.
+    unsigned int as_unsigned() const noexcept;
+    /// An optional '+' or '-', decimal digits, optionally '.' or ',' and more digits. The first 18 significant digits
+    /// count, the others give only their place. Each digit is taken in with a rounded multiplication and addition, and
+    /// the result is scaled with one more: exact to the last bit up to 15 digits with at most 22 decimals. Saturates at
+    /// the largest finite number; what is below 1e-307 reads as 0. A lone '-' gives -0.0.
+    double as_double() const noexcept;
+
   protected:
     // Mutable because a constant string, too, is unshared by `c_str` and aimed by `assign_literal`. Nothing else that
     // is const changes them.

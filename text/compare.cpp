@@ -1,0 +1,87 @@
+#include <kord/range.h>
+
+#include "core/scan.h"
+#include "text/same.h"
+
+#include <algorithm>
+#include <limits>
+
+namespace {
+
+template <class T>
+using Range = KordCharacterRange<T>;
+
+/// Lengths differ by more than an `int` holds only where no string reaches; the sign stays right even there.
+int length_difference(std::size_t a, std::size_t b) noexcept {
+    constexpr std::size_t most = std::numeric_limits<int>::max();
+    return a < b ? -static_cast<int>(std::min(b - a, most)) : static_cast<int>(std::min(a - b, most));
+}
+
+template <class Same, class T>
+int difference(const Range<T>& left, const Range<T>& right) noexcept {
+    const T* const a = left.begin();
+    const T* const b = right.begin();
+    const std::size_t a_length = static_cast<std::size_t>(left.end() - a);
+    const std::size_t b_length = static_cast<std::size_t>(right.end() - b);
+    const std::size_t n = std::min(a_length, b_length);
+    const std::size_t same = kord::common_front(a, b, n, Same());
+    return same != n ? Same::code(a[same]) - Same::code(b[same]) : length_difference(a_length, b_length);
+}
+
+} // namespace
+
+template <class T>
+int KordCharacterRange<T>::compare(T c) const noexcept {
+    return difference<kord::Exactly>(*this, Range<T>(&c, 0, 1));
+}
+
+template <class T>
+int KordCharacterRange<T>::compare(const T* s) const noexcept {
+    return difference<kord::Exactly>(*this, Range<T>(s));
+}
+
+template <class T>
+int KordCharacterRange<T>::compare(const KordCharacterRange<T>& r) const noexcept {
+    return difference<kord::Exactly>(*this, r);
+}
+
+template <class T>
+int KordCharacterRange<T>::compare(unsigned int pos, unsigned int len, const T* s, unsigned int n) const noexcept {
+    return difference<kord::Exactly>(Range<T>(*this, pos, len), Range<T>(s, 0, n));
+}
+
+template <class T>
+int KordCharacterRange<T>::compare(unsigned int pos1, unsigned int len1, const KordCharacterRange<T>& r,
+                                   unsigned int pos2, unsigned int len2) const noexcept {
+    return difference<kord::Exactly>(Range<T>(*this, pos1, len1), Range<T>(r, pos2, len2));
+}
+
+template <class T>
+int KordCharacterRange<T>::compare_nocase(T c) const noexcept {
+    return difference<kord::WithoutCase>(*this, Range<T>(&c, 0, 1));
+}
+
+template <class T>
+int KordCharacterRange<T>::compare_nocase(const T* s) const noexcept {
+    return difference<kord::WithoutCase>(*this, Range<T>(s));
+}
+
+template <class T>
+int KordCharacterRange<T>::compare_nocase(const KordCharacterRange<T>& r) const noexcept {
+    return difference<kord::WithoutCase>(*this, r);
+}
+
+template <class T>
+int KordCharacterRange<T>::compare_nocase(unsigned int pos, unsigned int len, const T* s,
+                                          unsigned int n) const noexcept {
+    return difference<kord::WithoutCase>(Range<T>(*this, pos, len), Range<T>(s, 0, n));
+}
+
+template <class T>
+int KordCharacterRange<T>::compare_nocase(unsigned int pos1, unsigned int len1, const KordCharacterRange<T>& r,
+                                          unsigned int pos2, unsigned int len2) const noexcept {
+    return difference<kord::WithoutCase>(Range<T>(*this, pos1, len1), Range<T>(r, pos2, len2));
+}
+
+template class KordCharacterRange<char>;
+template class KordCharacterRange<unsigned short>;

@@ -1,0 +1,203 @@
+#include "text/number.h"
+
+#include <kord/range.h>
+#include <kord/real.h>
+
+#include "text/classify.h"
+
+#include <cfloat>
+#include <cstdint>
+#include <limits>
+
+// Every step of a real number is rounded to `double` and to nothing else.
+static_assert(FLT_EVAL_METHOD == 0, "on x86 with 32 bits, compile with -msse2 -mfpmath=sse");
+static_assert(std::numeric_limits<double>::is_iec559);
+
+namespace {
+
+// clang-format off
+/// 10^16 and up, as the compiler rounds them: correctly, where the run time's pow may be off in the last place.
+constexpr double higher_powers[] = {
+    1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22, 1e23, 1e24, 1e25, 1e26, 1e27, 1e28, 1e29,
+    1e30, 1e31, 1e32, 1e33, 1e34, 1e35, 1e36, 1e37, 1e38, 1e39, 1e40, 1e41, 1e42, 1e43,
+    1e44, 1e45, 1e46, 1e47, 1e48, 1e49, 1e50, 1e51, 1e52, 1e53, 1e54, 1e55, 1e56, 1e57,
+    1e58, 1e59, 1e60, 1e61, 1e62, 1e63, 1e64, 1e65, 1e66, 1e67, 1e68, 1e69, 1e70, 1e71,
+    1e72, 1e73, 1e74, 1e75, 1e76, 1e77, 1e78, 1e79, 1e80, 1e81, 1e82, 1e83, 1e84, 1e85,
+    1e86, 1e87, 1e88, 1e89, 1e90, 1e91, 1e92, 1e93, 1e94, 1e95, 1e96, 1e97, 1e98, 1e99,
+    1e100, 1e101, 1e102, 1e103, 1e104, 1e105, 1e106, 1e107, 1e108, 1e109, 1e110, 1e111, 1e112, 1e113,
+    1e114, 1e115, 1e116, 1e117, 1e118, 1e119, 1e120, 1e121, 1e122, 1e123, 1e124, 1e125, 1e126, 1e127,
+    1e128, 1e129, 1e130, 1e131, 1e132, 1e133, 1e134, 1e135, 1e136, 1e137, 1e138, 1e139, 1e140, 1e141,
+    1e142, 1e143, 1e144, 1e145, 1e146, 1e147, 1e148, 1e149, 1e150, 1e151, 1e152, 1e153, 1e154, 1e155,
+    1e156, 1e157, 1e158, 1e159, 1e160, 1e161, 1e162, 1e163, 1e164, 1e165, 1e166, 1e167, 1e168, 1e169,
+    1e170, 1e171, 1e172, 1e173, 1e174, 1e175, 1e176, 1e177, 1e178, 1e179, 1e180, 1e181, 1e182, 1e183,
+    1e184, 1e185, 1e186, 1e187, 1e188, 1e189, 1e190, 1e191, 1e192, 1e193, 1e194, 1e195, 1e196, 1e197,
+    1e198, 1e199, 1e200, 1e201, 1e202, 1e203, 1e204, 1e205, 1e206, 1e207, 1e208, 1e209, 1e210, 1e211,
+    1e212, 1e213, 1e214, 1e215, 1e216, 1e217, 1e218, 1e219, 1e220, 1e221, 1e222, 1e223, 1e224, 1e225,
+    1e226, 1e227, 1e228, 1e229, 1e230, 1e231, 1e232, 1e233, 1e234, 1e235, 1e236, 1e237, 1e238, 1e239,
+    1e240, 1e241, 1e242, 1e243, 1e244, 1e245, 1e246, 1e247, 1e248, 1e249, 1e250, 1e251, 1e252, 1e253,
+    1e254, 1e255, 1e256, 1e257, 1e258, 1e259, 1e260, 1e261, 1e262, 1e263, 1e264, 1e265, 1e266, 1e267,
+    1e268, 1e269, 1e270, 1e271, 1e272, 1e273, 1e274, 1e275, 1e276, 1e277, 1e278, 1e279, 1e280, 1e281,
+    1e282, 1e283, 1e284, 1e285, 1e286, 1e287, 1e288, 1e289, 1e290, 1e291, 1e292, 1e293, 1e294, 1e295,
+    1e296, 1e297, 1e298, 1e299, 1e300, 1e301, 1e302, 1e303, 1e304, 1e305, 1e306, 1e307, 1e308,
+};
+// clang-format on
+
+constexpr int most_digits = 18;   // that count
+constexpr int most_exact = 15;    // whose integer a double holds, and that of every beginning, whatever they are
+constexpr int most_decimal = 308; // the exponent of the largest finite double
+
+/// 10^k, correctly rounded: infinite from 10^309 on.
+double power_of_ten(std::ptrdiff_t k) noexcept {
+    if (k <= 15) return prevPowerOfTen[k + 1];
+    return k <= most_decimal ? higher_powers[k - 16] : std::numeric_limits<double>::infinity();
+}
+
+template <class T>
+bool is_digit(T c) noexcept {
+    return kord::code_of(c) - '0' < 10;
+}
+
+/// The digit a character stands for; 16 or more if it is none, which no radix takes.
+template <class T>
+unsigned int digit_value(T c) noexcept {
+    if (!kord::has_flag(c, kordHexDigit)) return 16;
+    const unsigned int code = kord::code_of(c);
+    return is_digit(c) ? code - '0' : (code | 0x20) - 'a' + 10;
+}
+
+/// Passes over a sign; says whether it was a minus.
+template <class T>
+bool take_sign(const T*& at, const T* last) noexcept {
+    if (at == last || (*at != '+' && *at != '-')) return false;
+    return *at++ == '-';
+}
+
+template <class T>
+const T* skip_digits(const T* at, const T* last) noexcept {
+    while (at != last && is_digit(*at)) ++at;
+    return at;
+}
+
+template <class T>
+const T* skip_zeros(const T* at, const T* last) noexcept {
+    while (at != last && *at == '0') ++at;
+    return at;
+}
+
+/// The digits of a real number that count, gathered in an integer, which holds them all.
+class Significand {
+  public:
+    template <class T>
+    const T* take(const T* at, const T* last) noexcept {
+        for (; at != last && count_ != most_digits && is_digit(*at); ++at, ++count_) {
+            digits_ = digits_ * 10 + (kord::code_of(*at) - '0');
+        }
+        return at;
+    }
+    int count() const noexcept { return count_; }
+
+    /// The digits as if taken into a double one by one. That rounds at the sixteenth at the earliest.
+    double value() const noexcept {
+        if (count_ <= most_exact) return static_cast<double>(static_cast<std::int64_t>(digits_));
+        std::uint64_t place = 1;
+        for (int i = most_exact; i != count_; ++i) place *= 10;
+        double value = static_cast<double>(static_cast<std::int64_t>(digits_ / place));
+        while (place != 1) {
+            place /= 10;
+            value = value * 10.0 + static_cast<double>(static_cast<int>(digits_ / place % 10));
+        }
+        return value;
+    }
+
+  private:
+    std::uint64_t digits_ = 0;
+    int count_ = 0;
+};
+
+/// `value` times 10^scale, where 10^lead is the place of its first digit.
+double scaled(double value, std::ptrdiff_t scale, std::ptrdiff_t lead) noexcept {
+    if (lead >= most_decimal) return std::numeric_limits<double>::max();
+    if (lead < -307) return 0.0;
+    return scale >= 0 ? value * power_of_ten(scale) : value / power_of_ten(-scale);
+}
+
+} // namespace
+
+template <class T>
+kord::Scanned<T> kord::KordScanUnsigned(const T* first, const T* last, unsigned int radix) noexcept {
+    constexpr unsigned int most = std::numeric_limits<unsigned int>::max();
+    std::uint64_t value = 0;
+    const T* at = first;
+    for (; at != last; ++at) {
+        const unsigned int digit = digit_value(*at);
+        if (digit >= radix) break;
+        value = value * radix + digit;
+        if (value > most) return {most, first};
+    }
+    return {static_cast<unsigned int>(value), at};
+}
+
+template <class T>
+int kord::KordScanInt(const T* first, const T* last) noexcept {
+    const bool negative = take_sign(first, last);
+    std::uint64_t value = 0;
+    for (; first != last && is_digit(*first); ++first) {
+        value = value * 10 + (code_of(*first) - '0');
+        if (value > std::numeric_limits<int>::max()) {
+            return negative ? std::numeric_limits<int>::min() : std::numeric_limits<int>::max();
+        }
+    }
+    return negative ? -static_cast<int>(value) : static_cast<int>(value);
+}
+
+template <class T>
+double kord::KordScanReal(const T* first, const T* last) noexcept {
+    const bool negative = take_sign(first, last);
+    first = skip_zeros(first, last);
+    Significand significand;
+    const T* const integer = first;
+    first = skip_digits(significand.take(first, last), last);
+    const std::ptrdiff_t integer_digits = first - integer;
+    const int taken = significand.count();
+    std::ptrdiff_t zeros = 0;
+    if (first != last && has_flag(*first, kordDecimalSeparator)) {
+        ++first;
+        if (taken == 0) {
+            const T* const fraction = first;
+            first = skip_zeros(first, last);
+            zeros = first - fraction;
+        }
+        significand.take(first, last);
+    }
+    const double value =
+        scaled(significand.value(), integer_digits - significand.count() - zeros, integer_digits - zeros - 1);
+    return negative ? -value : value;
+}
+
+template kord::Scanned<char> kord::KordScanUnsigned(const char*, const char*, unsigned int) noexcept;
+template kord::Scanned<unsigned short> kord::KordScanUnsigned(const unsigned short*, const unsigned short*,
+                                                              unsigned int) noexcept;
+
+template <class T>
+int KordCharacterRange<T>::as_int() const noexcept {
+    return kord::KordScanInt(begin_, end_);
+}
+
+template <class T>
+unsigned int KordCharacterRange<T>::as_unsigned() const noexcept {
+    const T* first = begin_;
+    const std::ptrdiff_t n = end_ - begin_;
+    if (n >= 2 && first[0] == '0' && (first[1] == 'x' || first[1] == 'X')) {
+        return kord::KordScanUnsigned(first + 2, end_, 16).value;
+    }
+    if (n >= 1 && first[0] == '$') return kord::KordScanUnsigned(first + 1, end_, 16).value;
+    return kord::KordScanUnsigned(first, end_, 10).value;
+}
+
+template <class T>
+double KordCharacterRange<T>::as_double() const noexcept {
+    return kord::KordScanReal(begin_, end_);
+}
+
+template class KordCharacterRange<char>;
+template class KordCharacterRange<unsigned short>;
