@@ -15,6 +15,8 @@ def best_times(results):
     for run in results:
         if run.get("run_type") == "aggregate":
             continue
+        if run.get("error_occurred"):
+            sys.exit(f"{run['name']}: {run['error_message']}")
         group, operation, library, *size = run["name"].split("/")
         times = rows.setdefault((group, operation, "/".join(size)), {})
         times[library] = min(times.get(library, run["real_time"]), run["real_time"])
@@ -30,7 +32,7 @@ def main():
     print("Nanoseconds, the best of all repetitions; a ratio above 1 means that kord takes less time.\n")
     print("| Width | Operation | Size | kord | Others | Best other / kord |")
     print("|---|---|---|---:|---|---:|")
-    for (group, operation, size), times in sorted(rows.items()):
+    for (group, operation, size), times in sorted(rows.items(), key=lambda row: (row[0][:2], int(row[0][2] or 0))):
         own = times.pop("kord", None)
         if own is None:
             continue
