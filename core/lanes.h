@@ -8,26 +8,49 @@
 #include <tmmintrin.h>
 #define KORD_LANES_SSE2 1
 #else
-#include <type_traits>
 #define KORD_LANES_SSE2 0
 #endif
 
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
+#include <type_traits>
 
 namespace kord {
 
-/// A set of the codes 0 to 255, a bit each: the row is the code's low half, the bit in it the high half.
+/// A set of the codes 0 to 255, a bit each: a code's low half is the row, its high half the bit in it.
 struct CodeSet {
-    alignas(16) unsigned char rows[2][16] = {};
+    alignas(16) std::uint16_t rows[16] = {};
 
-    void add(unsigned int code) noexcept { rows[code >> 7][code & 15] |= static_cast<unsigned char>(bit(code)); }
-    bool has(unsigned int code) const noexcept { return (rows[code >> 7][code & 15] & bit(code)) != 0; }
-
-  private:
-    static unsigned int bit(unsigned int code) noexcept { return 1u << (code >> 4 & 7); }
+    void add(unsigned int code) noexcept {
+        rows[code & 15] = static_cast<std::uint16_t>(rows[code & 15] | 1u << (code >> 4));
+    }
+    bool has(unsigned int code) const noexcept { return (rows[code & 15] >> (code >> 4) & 1) != 0; }
 };
+
+/// The bytes of a word in memory.
+template <class Word>
+Word load_word(const void* p) noexcept {
+    Word w;
+    std::memcpy(&w, p, sizeof w);
+    return w;
+}
+
+/// The n < 8 / sizeof(T) characters from p on as the low bytes of a word that is zero above, as a little-endian machine
+/// has them. Nothing else is read: a few loads that overlap.
+template <class T>
+[[gnu::always_inline]] inline std::uint64_t load_few(const T* p, std::size_t n) noexcept {
+    const std::size_t bytes = n * sizeof(T);
+    if (bytes >= 4) {
+        const std::uint64_t end = load_word<std::uint32_t>(reinterpret_cast<const char*>(p) + bytes - 4);
+        return load_word<std::uint32_t>(p) | end << (8 * bytes - 32);
+    }
+    if (n == 0) return 0;
+    // One to three characters of one byte, or one of two.
+    using Code = std::make_unsigned_t<T>;
+    const auto place = [p](std::size_t i) { return std::uint64_t{static_cast<Code>(p[i])} << 8 * i; };
+    return place(0) | place(n / 2) | place(n - 1);
+}
 
 #if KORD_LANES_SSE2
 
@@ -46,30 +69,34 @@ struct Lanes {
     __m128i v;
 
     static Lanes load(const T* p) noexcept { return {_mm_loadu_si128(reinterpret_cast<const __m128i*>(p))}; }
-    /// The n < count characters from p on and zeros behind them. Nothing else is read: a few words that overlap.
-    static Lanes load_partial(const T* p, std::size_t n) noexcept {
-        const char* const first = reinterpret_cast<const char*>(p);
+    /// The n < count characters from p on and zeros behind them. Nothing else is read.
+    [[gnu::always_inline]] static Lanes load_partial(const T* p, std::size_t n) noexcept {
         const std::size_t bytes = n * sizeof(T);
-        const char* const last = first + bytes;
-        std::uint64_t low = 0, high = 0;
-        if (bytes > 8) {
-            low = word<std::uint64_t>(first);
-            high = word<std::uint64_t>(last - 8) >> (128 - 8 * bytes);
-        } else if (bytes >= 4) {
-            low = word<std::uint32_t>(first);
-            low |= std::uint64_t{word<std::uint32_t>(last - 4)} << (8 * bytes - 32);
-        } else if (bytes >= 2) {
-            low = word<std::uint16_t>(first);
-            low |= std::uint64_t{word<std::uint16_t>(last - 2)} << (8 * bytes - 16);
-        } else if (bytes == 1) {
-            low = word<std::uint8_t>(first);
-        }
-        return {_mm_set_epi64x(static_cast<long long>(high), static_cast<long long>(low))};
+        if (bytes < 8) return {_mm_set_epi64x(0, static_cast<long long>(load_few(p, n)))};
+        const std::uint64_t end = load_word<std::uint64_t>(reinterpret_cast<const char*>(p) + bytes - 8);
+        return {_mm_set_epi64x(static_cast<long long>(end >> 1 >> (127 - 8 * bytes)),
+                               static_cast<long long>(load_word<std::uint64_t>(p)))};
+    }
+    /// The first eight units as bytes, the first one lowest. A unit of 256 or more becomes 0 or 255.
+    std::uint64_t first_bytes() const noexcept {
+        std::uint64_t word;
+        _mm_storel_epi64(reinterpret_cast<__m128i*>(&word), _mm_packus_epi16(v, v));
+        return word;
     }
     void store(T* p) const noexcept { _mm_storeu_si128(reinterpret_cast<__m128i*>(p), v); }
     static Lanes splat(unsigned int c) noexcept {
         if constexpr (sizeof(T) == 1) return {_mm_set1_epi8(static_cast<char>(c))};
         return {_mm_set1_epi16(static_cast<short>(c))};
+    }
+    /// The lowest four characters of a word, each in all lanes of its own.
+    static void splat_four(std::uint64_t word, Lanes* out) noexcept {
+        const __m128i few = _mm_set_epi64x(0, static_cast<long long>(word));
+        const __m128i pairs = sizeof(T) == 1 ? _mm_unpacklo_epi8(few, few) : few;
+        const __m128i fours = _mm_unpacklo_epi16(pairs, pairs);
+        out[0] = {_mm_shuffle_epi32(fours, 0x00)};
+        out[1] = {_mm_shuffle_epi32(fours, 0x55)};
+        out[2] = {_mm_shuffle_epi32(fours, 0xAA)};
+        out[3] = {_mm_shuffle_epi32(fours, 0xFF)};
     }
 
     friend Lanes operator&(Lanes a, Lanes b) noexcept { return {_mm_and_si128(a.v, b.v)}; }
@@ -101,10 +128,12 @@ struct Lanes {
 
     /// Which codes are in the set? Codes of 256 and more are in none.
     __attribute__((target("ssse3"))) friend Lanes in_set(Lanes a, const CodeSet& set) noexcept {
-        const __m128i low = _mm_load_si128(reinterpret_cast<const __m128i*>(set.rows[0]));
-        const __m128i high = _mm_load_si128(reinterpret_cast<const __m128i*>(set.rows[1]));
+        const __m128i* const rows = reinterpret_cast<const __m128i*>(set.rows);
+        const __m128i front = _mm_load_si128(rows), back = _mm_load_si128(rows + 1), byte = _mm_set1_epi16(0xFF);
+        const __m128i low = _mm_packus_epi16(_mm_and_si128(front, byte), _mm_and_si128(back, byte));
+        const __m128i high = _mm_packus_epi16(_mm_srli_epi16(front, 8), _mm_srli_epi16(back, 8));
         const __m128i bits = _mm_setr_epi8(1, 2, 4, 8, 16, 32, 64, -128, 1, 2, 4, 8, 16, 32, 64, -128);
-        // A shuffle gives 0 where the top bit of the index is set: each code finds its row in one of the two halves.
+        // A shuffle gives 0 where the top bit of the index is set: each code finds its row in the half it has a bit in.
         const __m128i top = _mm_set1_epi8(-128);
         const __m128i row = _mm_or_si128(_mm_shuffle_epi8(low, a.v), _mm_shuffle_epi8(high, _mm_xor_si128(a.v, top)));
         const __m128i bit = _mm_shuffle_epi8(bits, _mm_and_si128(_mm_srli_epi16(a.v, 4), _mm_set1_epi8(15)));
@@ -134,14 +163,6 @@ struct Lanes {
     static unsigned int lanes_before(unsigned int mask, unsigned int lane) noexcept {
         return mask & ((1u << lane * sizeof(T)) - 1);
     }
-
-  private:
-    template <class Word>
-    static Word word(const char* p) noexcept {
-        Word w;
-        std::memcpy(&w, p, sizeof w);
-        return w;
-    }
 };
 
 #else
@@ -170,9 +191,17 @@ struct Lanes {
         if (n != 0) std::memcpy(r.v, p, n * sizeof(T));
         return r;
     }
+    std::uint64_t first_bytes() const noexcept {
+        std::uint64_t word = 0;
+        for (unsigned int i = 0; i != 8; ++i) word |= std::uint64_t{v[i] < 256 ? v[i] : 255u} << 8 * i;
+        return word;
+    }
     void store(T* p) const noexcept { std::memcpy(p, v, sizeof v); }
     static Lanes splat(unsigned int c) noexcept {
         return each([c](unsigned int) { return c; });
+    }
+    static void splat_four(std::uint64_t word, Lanes* out) noexcept {
+        for (unsigned int i = 0; i != 4; ++i) out[i] = splat(static_cast<Code>(word >> 8 * sizeof(T) * i));
     }
 
     friend Lanes operator&(Lanes a, Lanes b) noexcept {
@@ -232,6 +261,16 @@ struct Lanes {
 };
 
 #endif
+
+/// The n characters from p on, at most eight, as bytes, the first one lowest and zeros behind the last. Codes of 256
+/// and more become 0 or 255.
+template <class T>
+std::uint64_t load_bytes(const T* p, std::size_t n) noexcept {
+    if constexpr (sizeof(T) == 1)
+        return n < 8 ? load_few(p, n) : load_word<std::uint64_t>(p);
+    else
+        return (n < 8 ? Lanes<T>::load_partial(p, n) : Lanes<T>::load(p)).first_bytes();
+}
 
 } // namespace kord
 

@@ -68,8 +68,10 @@ class IsNot {
 };
 
 /// The first character that the matcher takes; `last` if there is none.
+///
+/// The first block is looked at alone, as what is sought is often near; then four go together.
 template <class T, class Matcher>
-const T* scan_forward(const T* first, const T* last, const Matcher& matches) noexcept {
+[[gnu::always_inline]] inline const T* scan_forward(const T* first, const T* last, const Matcher& matches) noexcept {
     using L = Lanes<T>;
     constexpr std::ptrdiff_t block = L::count;
     if (last - first < block) {
@@ -77,10 +79,15 @@ const T* scan_forward(const T* first, const T* last, const Matcher& matches) noe
         const unsigned int mask = part.mask(matches);
         return mask == 0 ? last : first + L::first_lane(mask);
     }
-    for (; last - first >= 4 * block; first += 4 * block) {
+    if (const unsigned int mask = matches(Block<T>{first}).mask()) return first + L::first_lane(mask);
+    for (first += block; last - first >= 4 * block; first += 4 * block) {
         const L a = matches(Block<T>{first}), b = matches(Block<T>{first + block});
         const L c = matches(Block<T>{first + 2 * block}), d = matches(Block<T>{first + 3 * block});
-        if ((a | b | c | d).mask() != 0) break;
+        if ((a | b | c | d).mask() == 0) continue;
+        if (const unsigned int mask = a.mask()) return first + L::first_lane(mask);
+        if (const unsigned int mask = b.mask()) return first + block + L::first_lane(mask);
+        if (const unsigned int mask = c.mask()) return first + 2 * block + L::first_lane(mask);
+        return first + 3 * block + L::first_lane(d.mask());
     }
     for (; first != last; first += block) {
         if (last - first < block) first = last - block;
@@ -91,36 +98,52 @@ const T* scan_forward(const T* first, const T* last, const Matcher& matches) noe
 
 /// Behind the last character that the matcher takes; `first` if there is none.
 template <class T, class Matcher>
-const T* scan_backward(const T* first, const T* last, const Matcher& matches) noexcept {
+[[gnu::always_inline]] inline const T* scan_backward(const T* first, const T* last, const Matcher& matches) noexcept {
     using L = Lanes<T>;
     constexpr std::ptrdiff_t block = L::count;
+    const auto behind = [](const T* p, unsigned int mask) { return p + L::last_lane(mask) + 1; };
     if (last - first < block) {
         const PartialBlock<T> part{first, static_cast<std::size_t>(last - first)};
         const unsigned int mask = part.mask(matches);
-        return mask == 0 ? first : first + L::last_lane(mask) + 1;
+        return mask == 0 ? first : behind(first, mask);
     }
-    for (; last - first >= 4 * block; last -= 4 * block) {
+    if (const unsigned int mask = matches(Block<T>{last - block}).mask()) return behind(last - block, mask);
+    for (last -= block; last - first >= 4 * block; last -= 4 * block) {
         const L a = matches(Block<T>{last - block}), b = matches(Block<T>{last - 2 * block});
         const L c = matches(Block<T>{last - 3 * block}), d = matches(Block<T>{last - 4 * block});
-        if ((a | b | c | d).mask() != 0) break;
+        if ((a | b | c | d).mask() == 0) continue;
+        if (const unsigned int mask = a.mask()) return behind(last - block, mask);
+        if (const unsigned int mask = b.mask()) return behind(last - 2 * block, mask);
+        if (const unsigned int mask = c.mask()) return behind(last - 3 * block, mask);
+        return behind(last - 4 * block, d.mask());
     }
     for (; first != last; last -= block) {
         if (last - first < block) last = first + block;
-        if (const unsigned int mask = matches(Block<T>{last - block}).mask()) {
-            return last - block + L::last_lane(mask) + 1;
-        }
+        if (const unsigned int mask = matches(Block<T>{last - block}).mask()) return behind(last - block, mask);
     }
     return first;
 }
 
-/// `scan_forward` for one character, by the C library's own search where that is known to be a fast one.
+/// Is the C library's own search for a character known to be a fast one?
+template <class T>
+inline constexpr bool has_fast_character_scan =
+#ifdef __GLIBC__
+    sizeof(T) == 1;
+#else
+    false;
+#endif
+
+/// `scan_forward` for one character, by the C library's search where that is fast and there is some way to go.
 template <class T>
 const T* scan_character(const T* first, const T* last, T c) noexcept {
 #ifdef __GLIBC__
-    if constexpr (sizeof(T) == 1) {
-        const void* const found =
-            first == last ? nullptr : std::memchr(first, c, static_cast<std::size_t>(last - first));
-        return found == nullptr ? last : static_cast<const T*>(found);
+    if constexpr (has_fast_character_scan<T>) {
+        if (last - first > 64) {
+            const unsigned int mask = Is<T>(c)(Block<T>{first}).mask();
+            if (mask != 0) return first + Lanes<T>::first_lane(mask);
+            const void* const found = std::memchr(first, c, static_cast<std::size_t>(last - first));
+            return found == nullptr ? last : static_cast<const T*>(found);
+        }
     }
 #endif
     return scan_forward(first, last, Is<T>(c));
@@ -130,9 +153,14 @@ const T* scan_character(const T* first, const T* last, T c) noexcept {
 template <class T>
 const T* scan_character_backward(const T* first, const T* last, T c) noexcept {
 #ifdef __GLIBC__
-    if constexpr (sizeof(T) == 1) {
-        const void* const found = first == last ? nullptr : memrchr(first, c, static_cast<std::size_t>(last - first));
-        return found == nullptr ? first : static_cast<const T*>(found) + 1;
+    if constexpr (has_fast_character_scan<T>) {
+        if (last - first > 64) {
+            const T* const block = last - Lanes<T>::count;
+            const unsigned int mask = Is<T>(c)(Block<T>{block}).mask();
+            if (mask != 0) return block + Lanes<T>::last_lane(mask) + 1;
+            const void* const found = memrchr(first, c, static_cast<std::size_t>(last - first));
+            return found == nullptr ? first : static_cast<const T*>(found) + 1;
+        }
     }
 #endif
     return scan_backward(first, last, Is<T>(c));
@@ -191,17 +219,17 @@ std::size_t common_front(const T* a, const T* b, std::size_t n, const Same& same
         const unsigned int other = same(L::load_partial(a, n), L::load_partial(b, n)).mask() ^ L::all;
         return other == 0 ? n : L::first_lane(other);
     }
+    const auto part = [&](std::size_t i) { return same(L::load(a + i), L::load(b + i)); };
     std::size_t i = 0;
     for (; n - i >= 4 * block; i += 4 * block) {
-        const auto part = [&](std::size_t k) { return same(L::load(a + i + k * block), L::load(b + i + k * block)); };
-        if ((part(0) & part(1) & part(2) & part(3)).mask() != L::all) break;
+        const L front = part(i) & part(i + block), back = part(i + 2 * block) & part(i + 3 * block);
+        if ((front & back).mask() != L::all) break;
     }
-    for (; i != n; i += block) {
-        if (n - i < block) i = n - block;
-        const unsigned int other = same(L::load(a + i), L::load(b + i)).mask() ^ L::all;
-        if (other != 0) return i + L::first_lane(other);
+    for (; n - i >= block; i += block) {
+        if (const unsigned int other = part(i).mask() ^ L::all) return i + L::first_lane(other);
     }
-    return n;
+    const unsigned int other = part(n - block).mask() ^ L::all;
+    return other == 0 ? n : n - block + L::first_lane(other);
 }
 
 /// The same from the back on.

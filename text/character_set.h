@@ -6,48 +6,46 @@
 #include "core/scan.h"
 #include "text/classify.h"
 
-/// Matchers for the characters of a set.
+/// Searching for a character that is, or is not, in a set.
 namespace kord {
 
-/// A few members, each compared with. At least one.
+/// A matcher: one of at least one and at most four members.
 template <class T>
 class FewMembers {
   public:
-    static constexpr unsigned int most = 8;
-
-    explicit FewMembers(const KordCharacterRange<T>& set) noexcept : more_(set.length() > 4) {
-        const unsigned int n = more_ ? 8 : 4;
-        for (unsigned int i = 0; i != n; ++i) {
-            members_[i] = i < set.length() ? Lanes<T>::splat(static_cast<unsigned int>(set[i])) : members_[0];
-        }
+    explicit FewMembers(const KordCharacterRange<T>& set) noexcept {
+        const unsigned int n = set.length();
+        std::uint64_t word = n < 4 || sizeof(T) == 1 ? load_few(set.begin(), n) : load_word<std::uint64_t>(set.begin());
+        for (unsigned int k = n; k < 4; k += k) word |= word << 8 * sizeof(T) * k; // repeats them where fewer
+        Lanes<T>::splat_four(word, members_);
     }
     Lanes<T> operator()(const auto& block) const noexcept {
         const Lanes<T> x = block.at(0);
-        return more_ ? four(x, 0) | four(x, 4) : four(x, 0);
+        return (equal(x, members_[0]) | equal(x, members_[1])) | (equal(x, members_[2]) | equal(x, members_[3]));
     }
 
   private:
-    Lanes<T> four(Lanes<T> x, unsigned int i) const noexcept {
-        return (equal(x, members_[i]) | equal(x, members_[i + 1])) |
-               (equal(x, members_[i + 2]) | equal(x, members_[i + 3]));
-    }
-
-    Lanes<T> members_[most];
-    bool more_;
+    Lanes<T> members_[4];
 };
 
-/// Any number of members: a bitmap of the codes below 256, and of the last bytes of the others.
+/// A matcher: one of any number of members. A bitmap of the codes below 256, and of the last bytes of the others.
 template <class T>
 class ManyMembers {
   public:
     explicit ManyMembers(const KordCharacterRange<T>& set) noexcept : set_(set) {
-        for (const T c : set) (code_of(c) < 256 ? narrow_ : wide_).add(code_of(c) & 0xFF);
-        for (const T c : set) has_wide_ |= code_of(c) >= 256;
+        for (const T c : set) {
+            if (code_of(c) < 256) {
+                narrow_.add(code_of(c));
+            } else {
+                wide_.add(code_of(c) & 0xFF);
+                has_wide_ = true;
+            }
+        }
     }
     const CodeSet& narrow() const noexcept { return narrow_; }
     bool has_wide() const noexcept { return has_wide_; }
 
-    Lanes<T> operator()(const auto& block) const noexcept {
+    [[gnu::noinline]] Lanes<T> operator()(const auto& block) const noexcept {
         return Lanes<T>::where(block.at(0), [this](T c) { return has(c); });
     }
 
@@ -63,7 +61,7 @@ class ManyMembers {
     bool has_wide_ = false;
 };
 
-/// Members below 256 only, found by shuffles.
+/// A matcher: one of the members of a bitmap, found by shuffles.
 template <class T>
 class NarrowMembers {
   public:
@@ -74,19 +72,80 @@ class NarrowMembers {
     const CodeSet& set_;
 };
 
-template <class T, class Scan>
-KORD_SHUFFLES const T* scan_narrow_members(const CodeSet& set, const Scan& scan) noexcept {
-    return scan(NarrowMembers<T>(set));
-}
+/// A set as it is, held in lanes: whether a character is in it takes a few comparisons and no preparation.
+template <class T>
+class SetLanes {
+  public:
+    static constexpr unsigned int most = 4 * Lanes<T>::count;
 
-/// Calls the scan with a matcher for the members of the set.
-template <class T, class Scan>
-const T* scan_members(const KordCharacterRange<T>& set, const Scan& scan) noexcept {
-    if (!set.empty() && set.length() <= FewMembers<T>::most) return scan(FewMembers<T>(set));
-    const ManyMembers<T> members(set);
-    if (!members.has_wide() && has_shuffles()) return scan_narrow_members<T>(members.narrow(), scan);
-    return scan(members);
-}
+    /// Of a set of at least one and at most `most` members.
+    explicit SetLanes(const KordCharacterRange<T>& set) noexcept {
+        constexpr unsigned int block = Lanes<T>::count;
+        const unsigned int n = set.length();
+        if (n < block) {
+            lanes_[0] = lanes_[1] = lanes_[2] = lanes_[3] = Lanes<T>::load_partial(set.begin(), n);
+            members_ = Lanes<T>::lanes_before(Lanes<T>::all, n);
+            return;
+        }
+        for (unsigned int i = 0; i != 4; ++i) {
+            lanes_[i] = Lanes<T>::load(set.begin() + (i * block < n - block ? i * block : n - block));
+        }
+    }
+    bool has(T c) const noexcept {
+        const Lanes<T> x = Lanes<T>::splat(static_cast<unsigned int>(c));
+        const Lanes<T> found =
+            (equal(x, lanes_[0]) | equal(x, lanes_[1])) | (equal(x, lanes_[2]) | equal(x, lanes_[3]));
+        return (found.mask() & members_) != 0;
+    }
+
+  private:
+    Lanes<T> lanes_[4];
+    unsigned int members_ = Lanes<T>::all;
+};
+
+/// Narrows [first, last) to the next character that is in the set, or with `in` false, is not.
+template <class Direction, bool in, class T>
+class MemberSearch {
+  public:
+    [[gnu::always_inline]] static void seek(const T*& first, const T*& last,
+                                            const KordCharacterRange<T>& set) noexcept {
+        const unsigned int n = set.length();
+        if (n - 1 < 4) return seek(first, last, FewMembers<T>(set));
+        if (n - 1 < SetLanes<T>::most) return seek_near(first, last, set);
+        seek_prepared(first, last, set);
+    }
+
+  private:
+    /// The next few characters are looked up in the set as it is, which for them is less work than any preparation.
+    static void seek_near(const T*& first, const T*& last, const KordCharacterRange<T>& set) noexcept {
+        const SetLanes<T> members(set);
+        for (unsigned int i = 0; i != 8 && first != last; ++i) {
+            if (members.has(*Direction::next(first, last)) == in) return;
+            Direction::drop(first, last, 1);
+        }
+        if (first != last) seek_prepared(first, last, set);
+    }
+
+    [[gnu::noinline]] static void seek_prepared(const T*& first, const T*& last,
+                                                const KordCharacterRange<T>& set) noexcept {
+        const ManyMembers<T> members(set);
+        if (!members.has_wide() && has_shuffles()) return seek_narrow(first, last, members.narrow());
+        seek(first, last, members);
+    }
+
+    KORD_SHUFFLES static void seek_narrow(const T*& first, const T*& last, const CodeSet& set) noexcept {
+        seek(first, last, NarrowMembers<T>(set));
+    }
+
+    template <class Matcher>
+    [[gnu::always_inline]] static void seek(const T*& first, const T*& last, const Matcher& members) noexcept {
+        if constexpr (in) {
+            Direction::seek(first, last, members);
+        } else {
+            Direction::seek(first, last, IsNot<T, Matcher>(members));
+        }
+    }
+};
 
 } // namespace kord
 

@@ -2,91 +2,61 @@
 #define KORD_TEXT_FIND_TEXT_H
 
 #include "core/scan.h"
+#include "text/direction.h"
 #include "text/same.h"
 
 #include <algorithm>
 #include <cstddef>
+#include <cstring>
+#include <type_traits>
 
 /// Searching for a text, in both directions, exactly or without case.
 ///
-/// Candidates are the places where the text could begin: [first, last), with the whole length of the text readable
-/// behind each. Directions differ in the end they are taken from, so everything below is written once, in steps from
-/// the front of the text in the direction of the search.
+/// The places are those where the text could begin, all of it being readable behind each. Three methods take turns,
+/// each with the same outcome as comparing at every place:
+///  - Probing: two characters of the text are looked for by lanes, and where both are, the rest is compared. Costs next
+///    to nothing to begin with and is fast wherever texts are not made of few characters in a few patterns.
+///  - Grams: eight characters at the far end of a place say how far it is to the next place where they fit. Then more
+///    probes, one of them where the last comparison has failed.
+///  - The two-way method of Crochemore and Perrin (1991), which looks at a character a fixed number of times at most,
+///    whatever the texts are, and needs no memory. Here it compares and seeks by lanes.
 namespace kord {
 
-struct Forward {
-    /// Drops the candidates before the next one that the matcher takes, all if there is none.
-    template <class T, class Matcher>
-    static void seek(const T*& first, const T*& last, const Matcher& matches) noexcept {
-        first = scan_forward(first, last, matches);
+/// Weighs what failed comparisons cost against the places passed, in characters.
+class Patience {
+  public:
+    /// After a failure that had `same` characters in common, and `passed` places since the last one: is it too much?
+    bool ends(std::size_t same, std::size_t passed) noexcept {
+        debt_ += 32 + same;
+        debt_ -= std::min(debt_, passed);
+        return debt_ >= 256;
     }
-    template <class T>
-    static void seek_character(const T*& first, const T*& last, T c) noexcept {
-        first = scan_character(first, last, c);
-    }
-    template <class T>
-    static const T* candidate(const T* first, const T*) noexcept {
-        return first;
-    }
-    /// Drops the next n candidates.
-    template <class T>
-    static void drop(const T*& first, const T*& last, std::size_t n) noexcept {
-        first += std::min(n, static_cast<std::size_t>(last - first));
-    }
-    /// Where the n characters from the i-th on lie in a text of `size`.
-    static std::size_t offset(std::size_t, std::size_t i, std::size_t) noexcept { return i; }
-    /// How many of n characters two texts have in common.
-    template <class T, class Same>
-    static std::size_t common(const T* a, const T* b, std::size_t n, const Same& same) noexcept {
-        return common_front(a, b, n, same);
-    }
+
+  private:
+    std::size_t debt_ = 0;
 };
 
-struct Backward {
-    template <class T, class Matcher>
-    static void seek(const T*& first, const T*& last, const Matcher& matches) noexcept {
-        last = scan_backward(first, last, matches);
-    }
-    template <class T>
-    static void seek_character(const T*& first, const T*& last, T c) noexcept {
-        last = scan_character_backward(first, last, c);
-    }
-    template <class T>
-    static const T* candidate(const T*, const T* last) noexcept {
-        return last - 1;
-    }
-    template <class T>
-    static void drop(const T*& first, const T*& last, std::size_t n) noexcept {
-        last -= std::min(n, static_cast<std::size_t>(last - first));
-    }
-    static std::size_t offset(std::size_t size, std::size_t i, std::size_t n) noexcept { return size - i - n; }
-    template <class T, class Same>
-    static std::size_t common(const T* a, const T* b, std::size_t n, const Same& same) noexcept {
-        return common_back(a, b, n, same);
-    }
-};
-
-/// A matcher of candidates: three characters of the text are where they should be. Without case a letter and its
-/// partner are told apart by nothing but fixed bits, so those are set on both sides; the few others that this lets pass
-/// do no harm, as every candidate is compared in full.
-template <class T, class Same>
+/// A matcher of places: N characters of the text are where they should be. Without case a letter and its partner are
+/// told apart by nothing but fixed bits, so those are set on both sides; the few others that this lets pass do no harm,
+/// as every place is compared in full.
+template <class T, class Same, unsigned int N>
 class Probes {
   public:
-    Probes(const T* text, std::size_t n) noexcept : text_(text) {
-        const T* const other = scan_forward(text, text + n, IsNot<T, Is<T>>(Is<T>(*text)));
-        aim(0, 0);
-        aim(1, n - 1);
-        aim(2, other == text + n ? n / 2 : static_cast<std::size_t>(other - text));
+    /// Spreads the probes over the text, the first at its first character and the last at its last.
+    Probes(const T* text, std::size_t n) noexcept {
+        for (unsigned int i = 0; i != N; ++i) aim(i, text, (n - 1) * i / (N - 1));
     }
     /// Aims one of the probes at the character at `offset`.
-    void aim(unsigned int probe, std::size_t offset) noexcept {
-        const unsigned int code = code_of(text_[offset]);
+    void aim(unsigned int probe, const T* text, std::size_t offset) noexcept {
+        const unsigned int code = code_of(text[offset]);
         offset_[probe] = offset;
         bits_[probe] = Lanes<T>::splat(Same::case_bits(code));
         wanted_[probe] = Lanes<T>::splat(code | Same::case_bits(code));
     }
     Lanes<T> operator()(const auto& block) const noexcept {
-        return probe(block, 0) & probe(block, 1) & probe(block, 2);
+        Lanes<T> found = probe(block, 0);
+        for (unsigned int i = 1; i != N; ++i) found = found & probe(block, i);
+        return found;
     }
 
   private:
@@ -96,56 +66,147 @@ class Probes {
         return equal(x | bits_[i], wanted_[i]);
     }
 
-    const T* text_;
-    std::size_t offset_[3];
-    Lanes<T> bits_[3], wanted_[3];
+    std::size_t offset_[N];
+    Lanes<T> bits_[N], wanted_[N];
 };
 
-/// The search for one text of at least one character.
-///
-/// Candidates are found by probing and compared from the front. Where that keeps failing, a probe is aimed at the place
-/// of the difference, which regular text does not survive; and where it fails again and again, the two-way method of
-/// Crochemore and Perrin (1991) goes on, which never looks at a character more than a fixed number of times and needs
-/// no memory.
+/// The search for one text, of n > 0 characters. Its methods narrow [first, last) as a direction does; they return
+/// whether that is the end of the search, with the text at the next place if one is left.
 template <class T, class Same, class Direction>
 class TextSearch {
   public:
-    TextSearch(const T* text, std::size_t n) noexcept : text_(text), n_(n), probes_(text, n) {}
+    TextSearch(const T* text, std::size_t n) noexcept : text_(text), n_(n) {}
 
-    /// The first candidate, in the direction of the search, where the text is; null if it is at none.
-    const T* find(const T* first, const T* last) noexcept {
-        std::size_t debt = 0;
-        unsigned int aims = 0;
-        for (;;) {
-            const std::size_t before = static_cast<std::size_t>(last - first);
-            Direction::seek(first, last, probes_);
-            if (first == last) return nullptr;
-            const T* const at = Direction::candidate(first, last);
-            const std::size_t same = common(at, 0, n_);
-            if (same == n_) return at;
-            // A failure costs about as much as passing over 32 characters and those compared.
-            debt += 32 + same;
-            debt -= std::min(debt, before - static_cast<std::size_t>(last - first));
+    [[gnu::always_inline]] bool probe(const T*& first, const T*& last) noexcept {
+        return probe(first, last, Probes<T, Same, 2>(text_, n_));
+    }
+    /// With more probes, one of them where the text last differed: regular texts do not survive that.
+    bool probe_again(const T*& first, const T*& last) noexcept {
+        Probes<T, Same, 4> probes(text_, n_);
+        probes.aim(1, text_, Direction::offset(n_, differed_, 1));
+        return probe(first, last, probes);
+    }
+
+    /// Looks for the first character only, by the C library's search, as long as that leaps far.
+    bool leap(const T*& first, const T*& last) const noexcept {
+        for (int short_leaps = 0; short_leaps != 3;) {
+            const T* const old_first = first;
+            const T* const old_last = last;
+            Direction::seek_character(first, last, *text_);
+            if (first == last) return true;
+            const T* const at = Direction::next(first, last);
+            if (at[n_ - 1] == text_[n_ - 1] && common(at, 0, n_) == n_) return true;
             Direction::drop(first, last, 1);
-            if (debt < patience) continue;
-            if (aims == most_aims) return find_two_way(first, last);
-            probes_.aim(aims++ % 3, Direction::offset(n_, same, 1));
-            debt = 0;
+            if (passed(first - old_first, old_last - last) < 128) ++short_leaps;
         }
+        return false;
+    }
+
+    bool find_by_grams(const T*& first, const T*& last) noexcept {
+        if (n_ < 2 * gram) return false;
+        constexpr std::size_t most = 255; // places that an entry can say
+        const std::size_t end = n_ - gram;
+        unsigned char leaps[256];
+        std::memset(leaps, static_cast<int>(std::min(most, end + 1)), sizeof leaps);
+        for (std::size_t i = end - std::min(most, end); i != end; ++i) {
+            leaps[hash(text_ + Direction::offset(n_, i, gram))] = static_cast<unsigned char>(end - i);
+        }
+        unsigned char& last_gram = leaps[hash(text_ + Direction::offset(n_, end, gram))];
+        const unsigned char leap_after_failure = last_gram;
+        last_gram = 0;
+        Patience patience;
+        while (first != last) {
+            const T* const at = Direction::next(first, last);
+            std::size_t leap = leaps[hash(at + Direction::offset(n_, end, gram))];
+            if (leap == 0) {
+                differed_ = common(at, 0, n_);
+                if (differed_ == n_) return true;
+                leap = leap_after_failure;
+                if (patience.ends(differed_, leap)) return false;
+            }
+            if (leap >= static_cast<std::size_t>(last - first)) break;
+            Direction::drop(first, last, leap);
+        }
+        last = first;
+        return true;
+    }
+
+    bool find_two_way(const T*& first, const T*& last) const noexcept {
+        const Cut up = greatest_ending(true), down = greatest_ending(false);
+        Cut cut = up.at > down.at ? up : down;
+        // If the first part goes on with the period of the second, it is the period of the text.
+        const bool periodic = common(text_, text_, 0, cut.period, cut.at) == cut.at;
+        if (!periodic) cut.period = std::max(cut.at, n_ - cut.at) + 1;
+        Probes<T, Same, 4> probes(text_, n_);
+        probes.aim(1, text_, Direction::offset(n_, cut.at, 1));
+        std::size_t known = 0; // characters at the front that the last comparison has shown to be the same
+        bool seek = true;      // worth while, unless comparing got far without
+        while (first != last) {
+            if (known == 0 && seek) {
+                Direction::seek(first, last, probes);
+                if (first == last) return true;
+            }
+            const T* const at = Direction::next(first, last);
+            const std::size_t from = std::max(cut.at, known);
+            const std::size_t same = common(at, from, n_ - from);
+            if (same != n_ - from) {
+                if (seek) probes.aim(2, text_, Direction::offset(n_, from + same, 1));
+                seek = same < 16;
+                Direction::drop(first, last, from + same - cut.at + 1);
+                known = 0;
+                continue;
+            }
+            if (known >= cut.at) return true;
+            const std::size_t same_before = common(at, known, cut.at - known);
+            if (known + same_before == cut.at) return true;
+            probes.aim(2, text_, Direction::offset(n_, known + same_before, 1));
+            seek = true;
+            Direction::drop(first, last, cut.period);
+            known = periodic ? n_ - cut.period : 0;
+        }
+        return true;
     }
 
   private:
-    static constexpr std::size_t patience = 512;
-    static constexpr unsigned int most_aims = 4;
+    static constexpr std::size_t gram = 8;
 
-    /// How many characters from the i-th on, of n, are the same at a candidate as in the text.
+    template <class Matcher>
+    [[gnu::always_inline]] bool probe(const T*& first, const T*& last, const Matcher& probes) noexcept {
+        Patience patience;
+        for (;;) {
+            const T* const old_first = first;
+            const T* const old_last = last;
+            Direction::seek(first, last, probes);
+            if (first == last) return true;
+            differed_ = common(Direction::next(first, last), 0, n_);
+            if (differed_ == n_) return true;
+            Direction::drop(first, last, 1);
+            if (patience.ends(differed_, passed(first - old_first, old_last - last))) return false;
+        }
+    }
+
+    /// How many places have gone from either end.
+    static std::size_t passed(std::ptrdiff_t at_first, std::ptrdiff_t at_last) noexcept {
+        return static_cast<std::size_t>(at_first + at_last);
+    }
+    /// How many characters from the i-th on, of n, are the same at a place as in the text.
     std::size_t common(const T* at, std::size_t i, std::size_t n) const noexcept { return common(at, text_, i, i, n); }
     std::size_t common(const T* a, const T* b, std::size_t i, std::size_t j, std::size_t n) const noexcept {
         return Direction::common(a + Direction::offset(n_, i, n), b + Direction::offset(n_, j, n), n, Same());
     }
     int code(std::size_t i) const noexcept { return Same::code(text_[Direction::offset(n_, i, 1)]); }
 
-    /// Where the text is best cut in two: a place where no shorter repetition than the text's own period can lie, and
+    /// A number below 256 for a gram, by multiplication; the same for grams that count as the same.
+    static std::size_t hash(const T* p) noexcept {
+        // The bits in which the two forms of a letter may differ, of all characters.
+        constexpr std::uint64_t lane_bits = sizeof(T) == 1 ? 0x7070707070707070 : 0x0070007000700070;
+        constexpr std::uint64_t ignored = std::is_same_v<Same, Exactly> ? 0 : lane_bits;
+        std::uint64_t sum = (load_word<std::uint64_t>(p) | ignored) * 0x9E3779B97F4A7C15;
+        if constexpr (sizeof(T) == 2) sum += (load_word<std::uint64_t>(p + 4) | ignored) * 0xC2B2AE3D27D4EB4F;
+        return static_cast<std::size_t>(sum >> 56);
+    }
+
+    /// Where the text is best cut in two: no repetition around that place is shorter than the period of the text, and
     /// the period of the second part.
     struct Cut {
         std::size_t at, period;
@@ -174,47 +235,41 @@ class TextSearch {
         return best;
     }
 
-    const T* find_two_way(const T* first, const T* last) noexcept {
-        const Cut up = greatest_ending(true), down = greatest_ending(false);
-        Cut cut = up.at > down.at ? up : down;
-        // If the first part goes on with the period of the second, it is the period of the text.
-        const bool periodic = common(text_, text_, 0, cut.period, cut.at) == cut.at;
-        if (!periodic) cut.period = std::max(cut.at, n_ - cut.at) + 1;
-        std::size_t known = 0; // characters at the front that the last comparison has shown to be the same
-        while (first != last) {
-            if (known == 0) {
-                Direction::seek(first, last, probes_);
-                if (first == last) return nullptr;
-            }
-            const T* const at = Direction::candidate(first, last);
-            const std::size_t from = std::max(cut.at, known);
-            const std::size_t same = common(at, from, n_ - from);
-            if (same != n_ - from) {
-                Direction::drop(first, last, from + same - cut.at + 1);
-                known = 0;
-                continue;
-            }
-            if (known >= cut.at || common(at, known, cut.at - known) == cut.at - known) return at;
-            Direction::drop(first, last, cut.period);
-            known = periodic ? n_ - cut.period : 0;
-        }
-        return nullptr;
-    }
-
     const T* text_;
     std::size_t n_;
-    Probes<T, Same> probes_;
+    std::size_t differed_ = 0; // how many characters were the same at the last place compared
 };
 
-/// The first of the candidates, in the given direction, where the n > 0 characters of `text` are; null if it is at
-/// none.
+/// What is left to do where probing has failed.
 template <class Same, class Direction, class T>
-const T* find_text(const T* first, const T* last, const T* text, std::size_t n) noexcept {
-    if (n == 1 && Same::case_bits(code_of(*text)) == 0) {
-        Direction::seek_character(first, last, *text);
-        return first == last ? nullptr : Direction::candidate(first, last);
-    }
-    return TextSearch<T, Same, Direction>(text, n).find(first, last);
+[[gnu::noinline]] const T* find_hard_text(const T* first, const T* last, const T* text, std::size_t n) noexcept {
+    TextSearch<T, Same, Direction> search(text, n);
+    if (!search.find_by_grams(first, last) && !search.probe_again(first, last)) search.find_two_way(first, last);
+    return first == last ? nullptr : Direction::next(first, last);
+}
+
+/// The first of the places [first, last), in the given direction, where the n > 0 characters of `text` are; null if
+/// they are at none.
+template <class Same, class Direction, class T>
+[[gnu::noinline]] const T* find_text(const T* first, const T* last, const T* text, std::size_t n) noexcept {
+    TextSearch<T, Same, Direction> search(text, n);
+    if (!search.probe(first, last)) return find_hard_text<Same, Direction>(first, last, text, n);
+    return first == last ? nullptr : Direction::next(first, last);
+}
+
+/// The same in a long text, where the first character of the text may be a rare one: probes near by, then leaps as long
+/// as the leaps are long, then probes the rest.
+template <class Same, class Direction, class T>
+const T* find_in_long_text(const T* first, const T* last, const T* text, std::size_t n) noexcept {
+    TextSearch<T, Same, Direction> search(text, n);
+    const T* near_first = first;
+    const T* near_last = last;
+    Direction::keep(near_first, near_last, 256);
+    if (!search.probe(near_first, near_last)) return find_hard_text<Same, Direction>(first, last, text, n);
+    if (near_first != near_last) return Direction::next(near_first, near_last);
+    Direction::drop(first, last, 256);
+    if (!search.leap(first, last)) return find_text<Same, Direction>(first, last, text, n);
+    return first == last ? nullptr : Direction::next(first, last);
 }
 
 } // namespace kord

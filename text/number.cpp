@@ -3,8 +3,10 @@
 #include <kord/range.h>
 #include <kord/real.h>
 
+#include "core/lanes.h"
 #include "text/classify.h"
 
+#include <algorithm>
 #include <cfloat>
 #include <cstdint>
 #include <limits>
@@ -72,6 +74,29 @@ bool take_sign(const T*& at, const T* last) noexcept {
     return *at++ == '-';
 }
 
+/// Digits at the beginning of a text: how many there are, at most eight, and the number they make.
+struct Digits {
+    unsigned int count;
+    std::uint32_t value;
+};
+
+constexpr std::uint32_t small_powers[] = {1, 10, 100, 1000, 10000, 100000, 1000000, 10000000, 100000000};
+
+/// Looks at eight characters, each a byte of a word; pairs of digits are put together, then pairs of pairs.
+template <class T>
+Digits first_digits(const T* first, const T* last) noexcept {
+    const std::size_t n = static_cast<std::size_t>(last - first);
+    std::uint64_t word = kord::load_bytes(first, n) ^ 0x3030303030303030;
+    const std::uint64_t others = (((word & 0x7F7F7F7F7F7F7F7F) + 0x7676767676767676) | word) & 0x8080808080808080;
+    if ((others & 0x80) != 0) return {0, 0};
+    const unsigned int count = others == 0 ? 8 : static_cast<unsigned int>(__builtin_ctzll(others)) / 8;
+    word <<= 64 - 8 * count; // zeros in front
+    word = word * 10 + (word >> 8);
+    constexpr std::uint64_t pairs = 0x000000FF000000FF;
+    word = (word & pairs) * (100 + (1000000ull << 32)) + (word >> 16 & pairs) * (1 + (10000ull << 32));
+    return {count, static_cast<std::uint32_t>(word >> 32)};
+}
+
 template <class T>
 const T* skip_digits(const T* at, const T* last) noexcept {
     while (at != last && is_digit(*at)) ++at;
@@ -89,8 +114,11 @@ class Significand {
   public:
     template <class T>
     const T* take(const T* at, const T* last) noexcept {
-        for (; at != last && count_ != most_digits && is_digit(*at); ++at, ++count_) {
-            digits_ = digits_ * 10 + (kord::code_of(*at) - '0');
+        const T* const end = last - at > most_digits - count_ ? at + (most_digits - count_) : last;
+        for (Digits more{8, 0}; more.count == 8; at += more.count) {
+            more = first_digits(at, end);
+            digits_ = digits_ * small_powers[more.count] + more.value;
+            count_ += static_cast<int>(more.count);
         }
         return at;
     }
@@ -126,8 +154,10 @@ double scaled(double value, std::ptrdiff_t scale, std::ptrdiff_t lead) noexcept 
 template <class T>
 kord::Scanned<T> kord::KordScanUnsigned(const T* first, const T* last, unsigned int radix) noexcept {
     constexpr unsigned int most = std::numeric_limits<unsigned int>::max();
-    std::uint64_t value = 0;
-    const T* at = first;
+    Digits digits{0, 0};
+    if (radix == 10) digits = first_digits(first, last);
+    std::uint64_t value = digits.value;
+    const T* at = first + digits.count;
     for (; at != last; ++at) {
         const unsigned int digit = digit_value(*at);
         if (digit >= radix) break;
@@ -140,8 +170,9 @@ kord::Scanned<T> kord::KordScanUnsigned(const T* first, const T* last, unsigned 
 template <class T>
 int kord::KordScanInt(const T* first, const T* last) noexcept {
     const bool negative = take_sign(first, last);
-    std::uint64_t value = 0;
-    for (; first != last && is_digit(*first); ++first) {
+    const Digits digits = first_digits(first, last);
+    std::uint64_t value = digits.value;
+    for (first += digits.count; first != last && is_digit(*first); ++first) {
         value = value * 10 + (code_of(*first) - '0');
         if (value > std::numeric_limits<int>::max()) {
             return negative ? std::numeric_limits<int>::min() : std::numeric_limits<int>::max();

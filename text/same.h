@@ -40,6 +40,8 @@ struct WithoutCase {
         return KordToUpper(code_of(c));
     }
     static unsigned int case_bits(unsigned int code) noexcept {
+        if (code >= 256 || (kordType[code] & (kordUpper | kordLower)) == 0) return 0;
+        if ((kordType[code] & kordCaseException) == 0) return 0x20;
         return static_cast<unsigned int>(KordToLower(code) ^ KordToUpper(code));
     }
 };

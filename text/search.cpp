@@ -2,41 +2,58 @@
 
 #include "core/scan.h"
 #include "text/character_set.h"
+#include "text/direction.h"
 #include "text/find_text.h"
 
 #include <algorithm>
 
 namespace {
 
+using kord::Backward;
+using kord::Exactly;
+using kord::Forward;
+using kord::WithoutCase;
 template <class T>
 using Range = KordCharacterRange<T>;
 
-template <class T, class Matcher>
-kord::IsNot<T, Matcher> not_in(const Matcher& matcher) noexcept {
-    return kord::IsNot<T, Matcher>(matcher);
+/// A matcher for what is not `c`.
+template <class T>
+kord::IsNot<T, kord::Is<T>> other_than(T c) noexcept {
+    return kord::IsNot<T, kord::Is<T>>(kord::Is<T>(c));
 }
 
-// The three conventions for the position. Each gets a search over pointers that says where it ended: the place itself,
-// or the end of what it was given.
+// The three conventions for the position. The first two hand the places to a search that narrows them to the one found.
 
-/// `pos` is the first position looked at; search(first, last) returns the place, or last.
+/// `pos` is the first position looked at.
 template <class T, class Search>
-unsigned int forward(const Range<T>& text, unsigned int pos, Search search) noexcept {
+[[gnu::always_inline]] inline unsigned int forward(const Range<T>& text, unsigned int pos, Search search) noexcept {
     const unsigned int length = text.length();
     if (pos >= length) return Range<T>::npos;
-    const T* const last = text.begin() + length;
-    const T* const found = search(text.begin() + pos, last);
-    return found == last ? Range<T>::npos : static_cast<unsigned int>(found - text.begin());
+    const T* first = text.begin() + pos;
+    const T* last = text.begin() + length;
+    search(first, last);
+    return first == last ? Range<T>::npos : static_cast<unsigned int>(first - text.begin());
 }
 
-/// `pos` is the last position looked at; search(first, last) returns the place behind the character, or first.
+/// `pos` is the last position looked at.
 template <class T, class Search>
-unsigned int backward(const Range<T>& text, unsigned int pos, Search search) noexcept {
+[[gnu::always_inline]] inline unsigned int backward(const Range<T>& text, unsigned int pos, Search search) noexcept {
     const unsigned int length = text.length();
     if (pos == Range<T>::npos) pos = length - 1;
     if (pos >= length) return Range<T>::npos;
-    const T* const found = search(text.begin(), text.begin() + pos + 1);
-    return static_cast<unsigned int>(found - text.begin()) - 1;
+    const T* first = text.begin();
+    const T* last = first + pos + 1;
+    search(first, last);
+    return first == last ? Range<T>::npos : static_cast<unsigned int>(last - first) - 1;
+}
+
+template <class Same, class Direction, class T>
+unsigned int place(const T* first, const T* last, const Range<T>& wanted, unsigned int n, const T* begin) noexcept {
+    constexpr bool leaps = kord::has_fast_character_scan<T> && std::is_same_v<Same, Exactly>;
+    const T* const found = leaps && last - first >= 1024
+                               ? kord::find_in_long_text<Same, Direction>(first, last, wanted.begin(), n)
+                               : kord::find_text<Same, Direction>(first, last, wanted.begin(), n);
+    return found == nullptr ? Range<T>::npos : static_cast<unsigned int>(found - begin);
 }
 
 /// A match ends at or before `pos`.
@@ -49,111 +66,106 @@ unsigned int backward_text(const Range<T>& text, const Range<T>& wanted, unsigne
     if (n == 0) return start;
     const T* const first = text.begin();
     const T* const last = first + std::min(start, length - n) + 1;
-    const T* const found = kord::find_text<Same, kord::Backward>(first, last, wanted.begin(), n);
-    return found == nullptr ? Range<T>::npos : static_cast<unsigned int>(found - first);
+    return place<Same, Backward>(first, last, wanted, n, first);
 }
 
+/// A match begins at or after `pos`.
 template <class Same, class T>
 unsigned int forward_text(const Range<T>& text, const Range<T>& wanted, unsigned int pos) noexcept {
-    return forward(text, pos, [&](const T* first, const T* last) {
-        const std::size_t n = static_cast<std::size_t>(wanted.end() - wanted.begin());
-        if (n == 0) return first;
-        if (n > static_cast<std::size_t>(last - first)) return last;
-        const T* const found = kord::find_text<Same, kord::Forward>(first, last - n + 1, wanted.begin(), n);
-        return found == nullptr ? last : found;
-    });
+    const unsigned int length = text.length();
+    const unsigned int n = wanted.length();
+    if (pos >= length || n > length - pos) return Range<T>::npos;
+    if (n == 0) return pos;
+    const T* const first = text.begin() + pos;
+    const T* const last = text.begin() + (length - n) + 1;
+    return place<Same, Forward>(first, last, wanted, n, text.begin());
 }
 
 } // namespace
 
 template <class T>
 unsigned int KordCharacterRange<T>::find(T c, unsigned int pos) const noexcept {
-    return forward(*this, pos, [c](const T* first, const T* last) { return kord::scan_character(first, last, c); });
+    return forward(*this, pos, [c](const T*& first, const T*& last) { Forward::seek_character(first, last, c); });
 }
 
 template <class T>
 unsigned int KordCharacterRange<T>::find(const T* s, unsigned int pos) const noexcept {
-    return forward_text<kord::Exactly>(*this, Range<T>(s), pos);
+    return forward_text<Exactly>(*this, Range<T>(s), pos);
 }
 
 template <class T>
 unsigned int KordCharacterRange<T>::find(const KordCharacterRange<T>& r, unsigned int pos) const noexcept {
-    return forward_text<kord::Exactly>(*this, r, pos);
+    return forward_text<Exactly>(*this, r, pos);
 }
 
 template <class T>
 unsigned int KordCharacterRange<T>::find_nocase(const KordCharacterRange<T>& r, unsigned int pos) const noexcept {
-    return forward_text<kord::WithoutCase>(*this, r, pos);
+    return forward_text<WithoutCase>(*this, r, pos);
 }
 
 template <class T>
 unsigned int KordCharacterRange<T>::rfind(const T* s, unsigned int pos) const noexcept {
-    return backward_text<kord::Exactly>(*this, Range<T>(s), pos);
+    return backward_text<Exactly>(*this, Range<T>(s), pos);
 }
 
 template <class T>
 unsigned int KordCharacterRange<T>::rfind(const KordCharacterRange<T>& r, unsigned int pos) const noexcept {
-    return backward_text<kord::Exactly>(*this, r, pos);
+    return backward_text<Exactly>(*this, r, pos);
 }
 
 template <class T>
 unsigned int KordCharacterRange<T>::rfind_nocase(const KordCharacterRange<T>& r, unsigned int pos) const noexcept {
-    return backward_text<kord::WithoutCase>(*this, r, pos);
+    return backward_text<WithoutCase>(*this, r, pos);
 }
 
 template <class T>
 unsigned int KordCharacterRange<T>::find_first_of(const KordCharacterRange<T>& set, unsigned int pos) const noexcept {
-    return forward(*this, pos, [&set](const T* first, const T* last) {
-        return kord::scan_members(set, [=](const auto& in) { return kord::scan_forward(first, last, in); });
+    return forward(*this, pos, [&set](const T*& first, const T*& last) {
+        kord::MemberSearch<Forward, true, T>::seek(first, last, set);
     });
 }
 
 template <class T>
 unsigned int KordCharacterRange<T>::find_first_not_of(const KordCharacterRange<T>& set,
                                                       unsigned int pos) const noexcept {
-    return forward(*this, pos, [&set](const T* first, const T* last) {
-        return kord::scan_members(set, [=](const auto& in) { return kord::scan_forward(first, last, not_in<T>(in)); });
+    return forward(*this, pos, [&set](const T*& first, const T*& last) {
+        kord::MemberSearch<Forward, false, T>::seek(first, last, set);
     });
 }
 
 template <class T>
 unsigned int KordCharacterRange<T>::find_last_of(const KordCharacterRange<T>& set, unsigned int pos) const noexcept {
-    return backward(*this, pos, [&set](const T* first, const T* last) {
-        return kord::scan_members(set, [=](const auto& in) { return kord::scan_backward(first, last, in); });
+    return backward(*this, pos, [&set](const T*& first, const T*& last) {
+        kord::MemberSearch<Backward, true, T>::seek(first, last, set);
     });
 }
 
 template <class T>
 unsigned int KordCharacterRange<T>::find_last_not_of(const KordCharacterRange<T>& set,
                                                      unsigned int pos) const noexcept {
-    return backward(*this, pos, [&set](const T* first, const T* last) {
-        return kord::scan_members(set, [=](const auto& in) { return kord::scan_backward(first, last, not_in<T>(in)); });
+    return backward(*this, pos, [&set](const T*& first, const T*& last) {
+        kord::MemberSearch<Backward, false, T>::seek(first, last, set);
     });
 }
 
 template <class T>
 unsigned int KordCharacterRange<T>::find_first_not_of(T c, unsigned int pos) const noexcept {
-    return forward(*this, pos, [c](const T* first, const T* last) {
-        return kord::scan_forward(first, last, not_in<T>(kord::Is<T>(c)));
-    });
+    return forward(*this, pos, [c](const T*& first, const T*& last) { Forward::seek(first, last, other_than(c)); });
 }
 
 template <class T>
 unsigned int KordCharacterRange<T>::find_last_not_of(T c, unsigned int pos) const noexcept {
-    return backward(*this, pos, [c](const T* first, const T* last) {
-        return kord::scan_backward(first, last, not_in<T>(kord::Is<T>(c)));
-    });
+    return backward(*this, pos, [c](const T*& first, const T*& last) { Backward::seek(first, last, other_than(c)); });
 }
 
 template <class T>
 unsigned int KordCharacterRange<T>::rfind(T c, unsigned int pos) const noexcept {
-    return backward(*this, pos,
-                    [c](const T* first, const T* last) { return kord::scan_character_backward(first, last, c); });
+    return backward(*this, pos, [c](const T*& first, const T*& last) { Backward::seek_character(first, last, c); });
 }
 
 template <class T>
 void KordCharacterRange<T>::remove_trailing(T c) noexcept {
-    end_ = kord::scan_backward(begin_, end_, not_in<T>(kord::Is<T>(c)));
+    end_ = kord::scan_backward(begin_, end_, other_than(c));
 }
 
 template class KordCharacterRange<char>;

@@ -1,0 +1,78 @@
+#ifndef KORD_TEXT_DIRECTION_H
+#define KORD_TEXT_DIRECTION_H
+
+#include "core/scan.h"
+
+#include <algorithm>
+#include <cstddef>
+
+/// The two directions of a search, so that what is searched for is written once.
+///
+/// A search narrows a range of places [first, last) until the one it looks for is the next one, or none is left.
+/// Forwards the next place is `first`, backwards the one before `last`.
+namespace kord {
+
+struct Forward {
+    template <class T>
+    static const T* next(const T* first, const T*) noexcept {
+        return first;
+    }
+    /// Drops the next n places.
+    template <class T>
+    static void drop(const T*& first, const T*& last, std::size_t n) noexcept {
+        first += std::min(n, static_cast<std::size_t>(last - first));
+    }
+    /// Drops all but the next n places.
+    template <class T>
+    static void keep(const T*& first, const T*& last, std::size_t n) noexcept {
+        last = first + std::min(n, static_cast<std::size_t>(last - first));
+    }
+    /// Drops the places before the next one that the matcher takes.
+    template <class T, class Matcher>
+    [[gnu::always_inline]] static void seek(const T*& first, const T*& last, const Matcher& matches) noexcept {
+        first = scan_forward(first, last, matches);
+    }
+    template <class T>
+    static void seek_character(const T*& first, const T*& last, T c) noexcept {
+        first = scan_character(first, last, c);
+    }
+    /// Where the n characters from the i-th on lie in a text of `size`, counted in the direction.
+    static std::size_t offset(std::size_t, std::size_t i, std::size_t) noexcept { return i; }
+    /// How many of n characters two texts have in common before they differ.
+    template <class T, class Same>
+    static std::size_t common(const T* a, const T* b, std::size_t n, const Same& same) noexcept {
+        return common_front(a, b, n, same);
+    }
+};
+
+struct Backward {
+    template <class T>
+    static const T* next(const T*, const T* last) noexcept {
+        return last - 1;
+    }
+    template <class T>
+    static void drop(const T*& first, const T*& last, std::size_t n) noexcept {
+        last -= std::min(n, static_cast<std::size_t>(last - first));
+    }
+    template <class T>
+    static void keep(const T*& first, const T*& last, std::size_t n) noexcept {
+        first = last - std::min(n, static_cast<std::size_t>(last - first));
+    }
+    template <class T, class Matcher>
+    [[gnu::always_inline]] static void seek(const T*& first, const T*& last, const Matcher& matches) noexcept {
+        last = scan_backward(first, last, matches);
+    }
+    template <class T>
+    static void seek_character(const T*& first, const T*& last, T c) noexcept {
+        last = scan_character_backward(first, last, c);
+    }
+    static std::size_t offset(std::size_t size, std::size_t i, std::size_t n) noexcept { return size - i - n; }
+    template <class T, class Same>
+    static std::size_t common(const T* a, const T* b, std::size_t n, const Same& same) noexcept {
+        return common_back(a, b, n, same);
+    }
+};
+
+} // namespace kord
+
+#endif
