@@ -88,15 +88,12 @@ struct Lanes {
         if constexpr (sizeof(T) == 1) return {_mm_set1_epi8(static_cast<char>(c))};
         return {_mm_set1_epi16(static_cast<short>(c))};
     }
-    /// The lowest four characters of a word, each in all lanes of its own.
-    static void splat_four(std::uint64_t word, Lanes* out) noexcept {
+    /// The i-th of the lowest four characters of a word in all lanes.
+    template <int i>
+    static Lanes splat_of(std::uint64_t word) noexcept {
         const __m128i few = _mm_set_epi64x(0, static_cast<long long>(word));
         const __m128i pairs = sizeof(T) == 1 ? _mm_unpacklo_epi8(few, few) : few;
-        const __m128i fours = _mm_unpacklo_epi16(pairs, pairs);
-        out[0] = {_mm_shuffle_epi32(fours, 0x00)};
-        out[1] = {_mm_shuffle_epi32(fours, 0x55)};
-        out[2] = {_mm_shuffle_epi32(fours, 0xAA)};
-        out[3] = {_mm_shuffle_epi32(fours, 0xFF)};
+        return {_mm_shuffle_epi32(_mm_unpacklo_epi16(pairs, pairs), i * 0x55)};
     }
 
     friend Lanes operator&(Lanes a, Lanes b) noexcept { return {_mm_and_si128(a.v, b.v)}; }
@@ -200,8 +197,9 @@ struct Lanes {
     static Lanes splat(unsigned int c) noexcept {
         return each([c](unsigned int) { return c; });
     }
-    static void splat_four(std::uint64_t word, Lanes* out) noexcept {
-        for (unsigned int i = 0; i != 4; ++i) out[i] = splat(static_cast<Code>(word >> 8 * sizeof(T) * i));
+    template <int i>
+    static Lanes splat_of(std::uint64_t word) noexcept {
+        return splat(static_cast<Code>(word >> 8 * sizeof(T) * i));
     }
 
     friend Lanes operator&(Lanes a, Lanes b) noexcept {

@@ -16,7 +16,7 @@ namespace kord {
 template <class T>
 struct Block {
     const T* p;
-    Lanes<T> at(std::size_t offset) const noexcept { return Lanes<T>::load(p + offset); }
+    [[gnu::always_inline]] Lanes<T> at(std::size_t offset) const noexcept { return Lanes<T>::load(p + offset); }
 };
 
 /// The same of n characters only.
@@ -24,20 +24,23 @@ template <class T>
 struct PartialBlock {
     const T* p;
     std::size_t n;
-    Lanes<T> at(std::size_t offset) const noexcept { return Lanes<T>::load_partial(p + offset, n); }
+    [[gnu::always_inline]] Lanes<T> at(std::size_t offset) const noexcept {
+        return Lanes<T>::load_partial(p + offset, n);
+    }
 
     template <class Matcher>
-    unsigned int mask(const Matcher& matches) const noexcept {
+    [[gnu::always_inline]] unsigned int mask(const Matcher& matches) const noexcept {
         return Lanes<T>::lanes_before(matches(*this).mask(), static_cast<unsigned int>(n));
     }
 };
 
-/// A matcher: characters equal to `c`.
+/// A matcher: characters equal to `c`. Matchers are a few instructions in a loop that has them several times, more than
+/// compilers care to inline unasked.
 template <class T>
 class Is {
   public:
     explicit Is(T c) noexcept : c_(Lanes<T>::splat(static_cast<unsigned int>(c))) {}
-    Lanes<T> operator()(const auto& block) const noexcept { return equal(block.at(0), c_); }
+    [[gnu::always_inline]] Lanes<T> operator()(const auto& block) const noexcept { return equal(block.at(0), c_); }
 
   private:
     Lanes<T> c_;
@@ -49,22 +52,25 @@ class IsEither {
   public:
     IsEither(T c, T d) noexcept
         : c_(Lanes<T>::splat(static_cast<unsigned int>(c))), d_(Lanes<T>::splat(static_cast<unsigned int>(d))) {}
-    Lanes<T> operator()(const auto& block) const noexcept { return equal(block.at(0), c_) | equal(block.at(0), d_); }
+    [[gnu::always_inline]] Lanes<T> operator()(const auto& block) const noexcept {
+        return equal(block.at(0), c_) | equal(block.at(0), d_);
+    }
 
   private:
     Lanes<T> c_, d_;
 };
 
-/// A matcher: what another does not take.
+/// A matcher: what another takes, or, if that is not `wanted`, what it does not take.
 template <class T, class Matcher>
-class IsNot {
+class IsOrNot {
   public:
-    explicit IsNot(const Matcher& matcher) noexcept : matcher_(matcher) {}
-    Lanes<T> operator()(const auto& block) const noexcept { return matcher_(block) ^ ones_; }
+    IsOrNot(const Matcher& matcher, bool wanted) noexcept
+        : matcher_(matcher), flip_(Lanes<T>::splat(wanted ? 0 : ~0u)) {}
+    [[gnu::always_inline]] Lanes<T> operator()(const auto& block) const noexcept { return matcher_(block) ^ flip_; }
 
   private:
     Matcher matcher_;
-    Lanes<T> ones_ = Lanes<T>::splat(~0u);
+    Lanes<T> flip_;
 };
 
 /// The first character that the matcher takes; `last` if there is none.
@@ -133,17 +139,14 @@ inline constexpr bool has_fast_character_scan =
     false;
 #endif
 
-/// `scan_forward` for one character, by the C library's search where that is fast and there is some way to go.
+/// `scan_forward` for one character, by the C library's search where that is fast.
 template <class T>
 const T* scan_character(const T* first, const T* last, T c) noexcept {
 #ifdef __GLIBC__
     if constexpr (has_fast_character_scan<T>) {
-        if (last - first > 64) {
-            const unsigned int mask = Is<T>(c)(Block<T>{first}).mask();
-            if (mask != 0) return first + Lanes<T>::first_lane(mask);
-            const void* const found = std::memchr(first, c, static_cast<std::size_t>(last - first));
-            return found == nullptr ? last : static_cast<const T*>(found);
-        }
+        const void* const found =
+            first == last ? nullptr : std::memchr(first, c, static_cast<std::size_t>(last - first));
+        return found == nullptr ? last : static_cast<const T*>(found);
     }
 #endif
     return scan_forward(first, last, Is<T>(c));
@@ -154,13 +157,8 @@ template <class T>
 const T* scan_character_backward(const T* first, const T* last, T c) noexcept {
 #ifdef __GLIBC__
     if constexpr (has_fast_character_scan<T>) {
-        if (last - first > 64) {
-            const T* const block = last - Lanes<T>::count;
-            const unsigned int mask = Is<T>(c)(Block<T>{block}).mask();
-            if (mask != 0) return block + Lanes<T>::last_lane(mask) + 1;
-            const void* const found = memrchr(first, c, static_cast<std::size_t>(last - first));
-            return found == nullptr ? first : static_cast<const T*>(found) + 1;
-        }
+        const void* const found = first == last ? nullptr : memrchr(first, c, static_cast<std::size_t>(last - first));
+        return found == nullptr ? first : static_cast<const T*>(found) + 1;
     }
 #endif
     return scan_backward(first, last, Is<T>(c));

@@ -13,19 +13,28 @@ namespace kord {
 template <class T>
 class FewMembers {
   public:
-    explicit FewMembers(const KordCharacterRange<T>& set) noexcept {
-        const unsigned int n = set.length();
-        std::uint64_t word = n < 4 || sizeof(T) == 1 ? load_few(set.begin(), n) : load_word<std::uint64_t>(set.begin());
-        for (unsigned int k = n; k < 4; k += k) word |= word << 8 * sizeof(T) * k; // repeats them where fewer
-        Lanes<T>::splat_four(word, members_);
-    }
-    Lanes<T> operator()(const auto& block) const noexcept {
+    explicit FewMembers(const KordCharacterRange<T>& set) noexcept : FewMembers(load(set.begin(), set.length())) {}
+    [[gnu::always_inline]] Lanes<T> operator()(const auto& block) const noexcept {
         const Lanes<T> x = block.at(0);
-        return (equal(x, members_[0]) | equal(x, members_[1])) | (equal(x, members_[2]) | equal(x, members_[3]));
+        return (equal(x, a_) | equal(x, b_)) | (equal(x, c_) | equal(x, d_));
     }
 
   private:
-    Lanes<T> members_[4];
+    using L = Lanes<T>;
+
+    explicit FewMembers(std::uint64_t word) noexcept
+        : a_(L::template splat_of<0>(word)), b_(L::template splat_of<1>(word)), c_(L::template splat_of<2>(word)),
+          d_(L::template splat_of<3>(word)) {}
+
+    /// Four members in a word; fewer are repeated.
+    static std::uint64_t load(const T* p, unsigned int n) noexcept {
+        if (n == 4) return sizeof(T) == 1 ? load_word<std::uint32_t>(p) : load_word<std::uint64_t>(p);
+        std::uint64_t word = load_few(p, n);
+        for (unsigned int k = n; k < 4; k += k) word |= word << 8 * sizeof(T) * k;
+        return word;
+    }
+
+    L a_, b_, c_, d_;
 };
 
 /// A matcher: one of any number of members. A bitmap of the codes below 256, and of the last bytes of the others.
@@ -103,47 +112,45 @@ class SetLanes {
     unsigned int members_ = Lanes<T>::all;
 };
 
-/// Narrows [first, last) to the next character that is in the set, or with `in` false, is not.
-template <class Direction, bool in, class T>
+/// Narrows [first, last) to the next character that is in the set, or, if that is not `wanted`, is not.
+template <class Direction, class T>
 class MemberSearch {
   public:
-    [[gnu::always_inline]] static void seek(const T*& first, const T*& last,
-                                            const KordCharacterRange<T>& set) noexcept {
+    [[gnu::always_inline]] static void seek(const T*& first, const T*& last, const KordCharacterRange<T>& set,
+                                            bool wanted) noexcept {
         const unsigned int n = set.length();
-        if (n - 1 < 4) return seek(first, last, FewMembers<T>(set));
-        if (n - 1 < SetLanes<T>::most) return seek_near(first, last, set);
-        seek_prepared(first, last, set);
+        if (n - 1 < 4) return seek(first, last, FewMembers<T>(set), wanted);
+        if (n - 1 < SetLanes<T>::most) return seek_near(first, last, set, wanted);
+        seek_prepared(first, last, set, wanted);
     }
 
   private:
     /// The next few characters are looked up in the set as it is, which for them is less work than any preparation.
-    static void seek_near(const T*& first, const T*& last, const KordCharacterRange<T>& set) noexcept {
+    [[gnu::noinline]] static void seek_near(const T*& first, const T*& last, const KordCharacterRange<T>& set,
+                                            bool wanted) noexcept {
         const SetLanes<T> members(set);
         for (unsigned int i = 0; i != 8 && first != last; ++i) {
-            if (members.has(*Direction::next(first, last)) == in) return;
+            if (members.has(*Direction::next(first, last)) == wanted) return;
             Direction::drop(first, last, 1);
         }
-        if (first != last) seek_prepared(first, last, set);
+        if (first != last) seek_prepared(first, last, set, wanted);
     }
 
-    [[gnu::noinline]] static void seek_prepared(const T*& first, const T*& last,
-                                                const KordCharacterRange<T>& set) noexcept {
+    [[gnu::noinline]] static void seek_prepared(const T*& first, const T*& last, const KordCharacterRange<T>& set,
+                                                bool wanted) noexcept {
         const ManyMembers<T> members(set);
-        if (!members.has_wide() && has_shuffles()) return seek_narrow(first, last, members.narrow());
-        seek(first, last, members);
+        if (!members.has_wide() && has_shuffles()) return seek_narrow(first, last, members.narrow(), wanted);
+        seek(first, last, members, wanted);
     }
 
-    KORD_SHUFFLES static void seek_narrow(const T*& first, const T*& last, const CodeSet& set) noexcept {
-        seek(first, last, NarrowMembers<T>(set));
+    KORD_SHUFFLES static void seek_narrow(const T*& first, const T*& last, const CodeSet& set, bool wanted) noexcept {
+        seek(first, last, NarrowMembers<T>(set), wanted);
     }
 
     template <class Matcher>
-    [[gnu::always_inline]] static void seek(const T*& first, const T*& last, const Matcher& members) noexcept {
-        if constexpr (in) {
-            Direction::seek(first, last, members);
-        } else {
-            Direction::seek(first, last, IsNot<T, Matcher>(members));
-        }
+    [[gnu::always_inline]] static void seek(const T*& first, const T*& last, const Matcher& members,
+                                            bool wanted) noexcept {
+        Direction::seek(first, last, IsOrNot<T, Matcher>(members, wanted));
     }
 };
 

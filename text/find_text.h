@@ -53,14 +53,14 @@ class Probes {
         bits_[probe] = Lanes<T>::splat(Same::case_bits(code));
         wanted_[probe] = Lanes<T>::splat(code | Same::case_bits(code));
     }
-    Lanes<T> operator()(const auto& block) const noexcept {
+    [[gnu::always_inline]] Lanes<T> operator()(const auto& block) const noexcept {
         Lanes<T> found = probe(block, 0);
         for (unsigned int i = 1; i != N; ++i) found = found & probe(block, i);
         return found;
     }
 
   private:
-    Lanes<T> probe(const auto& block, unsigned int i) const noexcept {
+    [[gnu::always_inline]] Lanes<T> probe(const auto& block, unsigned int i) const noexcept {
         const Lanes<T> x = block.at(offset_[i]);
         if constexpr (std::is_same_v<Same, Exactly>) return equal(x, wanted_[i]);
         return equal(x | bits_[i], wanted_[i]);
@@ -78,13 +78,14 @@ class TextSearch {
     TextSearch(const T* text, std::size_t n) noexcept : text_(text), n_(n) {}
 
     [[gnu::always_inline]] bool probe(const T*& first, const T*& last) noexcept {
-        return probe(first, last, Probes<T, Same, 2>(text_, n_));
+        const Probes<T, Same, 2> probes(text_, n_);
+        return probe(first, last, probes, Direction::template seek<T, Probes<T, Same, 2>>);
     }
     /// With more probes, one of them where the text last differed: regular texts do not survive that.
     bool probe_again(const T*& first, const T*& last) noexcept {
-        Probes<T, Same, 4> probes(text_, n_);
+        MoreProbes probes(text_, n_);
         probes.aim(1, text_, Direction::offset(n_, differed_, 1));
-        return probe(first, last, probes);
+        return probe(first, last, probes, seek_more);
     }
 
     /// Looks for the first character only, by the C library's search, as long as that leaps far.
@@ -137,13 +138,13 @@ class TextSearch {
         // If the first part goes on with the period of the second, it is the period of the text.
         const bool periodic = common(text_, text_, 0, cut.period, cut.at) == cut.at;
         if (!periodic) cut.period = std::max(cut.at, n_ - cut.at) + 1;
-        Probes<T, Same, 4> probes(text_, n_);
+        MoreProbes probes(text_, n_);
         probes.aim(1, text_, Direction::offset(n_, cut.at, 1));
         std::size_t known = 0; // characters at the front that the last comparison has shown to be the same
         bool seek = true;      // worth while, unless comparing got far without
         while (first != last) {
             if (known == 0 && seek) {
-                Direction::seek(first, last, probes);
+                seek_more(first, last, probes);
                 if (first == last) return true;
             }
             const T* const at = Direction::next(first, last);
@@ -170,13 +171,18 @@ class TextSearch {
   private:
     static constexpr std::size_t gram = 8;
 
-    template <class Matcher>
-    [[gnu::always_inline]] bool probe(const T*& first, const T*& last, const Matcher& probes) noexcept {
+    using MoreProbes = Probes<T, Same, 4>;
+    [[gnu::noinline]] static void seek_more(const T*& first, const T*& last, const MoreProbes& probes) noexcept {
+        Direction::seek(first, last, probes);
+    }
+
+    template <class Matcher, class Seek>
+    [[gnu::always_inline]] bool probe(const T*& first, const T*& last, const Matcher& probes, Seek seek) noexcept {
         Patience patience;
         for (;;) {
             const T* const old_first = first;
             const T* const old_last = last;
-            Direction::seek(first, last, probes);
+            seek(first, last, probes);
             if (first == last) return true;
             differed_ = common(Direction::next(first, last), 0, n_);
             if (differed_ == n_) return true;

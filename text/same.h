@@ -33,7 +33,7 @@ struct WithoutCase {
             const L letters = in_range(a | case_bit, 'a', 'z');
             return equal(without(a ^ b, letters & case_bit), L::splat(0));
         }
-        return equal(ToUpper<T>()(a), ToUpper<T>()(b));
+        return same_letters(a, b);
     }
     template <class T>
     static int code(T c) noexcept {
@@ -43,6 +43,13 @@ struct WithoutCase {
         if (code >= 256 || (kordType[code] & (kordUpper | kordLower)) == 0) return 0;
         if ((kordType[code] & kordCaseException) == 0) return 0x20;
         return static_cast<unsigned int>(KordToLower(code) ^ KordToUpper(code));
+    }
+
+  private:
+    /// With letters beyond ASCII; out of line, as it is long and the loops have several blocks.
+    template <class T>
+    [[gnu::noinline]] static Lanes<T> same_letters(Lanes<T> a, Lanes<T> b) noexcept {
+        return equal(ToUpper<T>()(a), ToUpper<T>()(b));
     }
 };
 

@@ -18,8 +18,8 @@ using Range = KordCharacterRange<T>;
 
 /// A matcher for what is not `c`.
 template <class T>
-kord::IsNot<T, kord::Is<T>> other_than(T c) noexcept {
-    return kord::IsNot<T, kord::Is<T>>(kord::Is<T>(c));
+kord::IsOrNot<T, kord::Is<T>> other_than(T c) noexcept {
+    return kord::IsOrNot<T, kord::Is<T>>(kord::Is<T>(c), false);
 }
 
 // The three conventions for the position. The first two hand the places to a search that narrows them to the one found.
@@ -121,7 +121,7 @@ unsigned int KordCharacterRange<T>::rfind_nocase(const KordCharacterRange<T>& r,
 template <class T>
 unsigned int KordCharacterRange<T>::find_first_of(const KordCharacterRange<T>& set, unsigned int pos) const noexcept {
     return forward(*this, pos, [&set](const T*& first, const T*& last) {
-        kord::MemberSearch<Forward, true, T>::seek(first, last, set);
+        kord::MemberSearch<Forward, T>::seek(first, last, set, true);
     });
 }
 
@@ -129,14 +129,14 @@ template <class T>
 unsigned int KordCharacterRange<T>::find_first_not_of(const KordCharacterRange<T>& set,
                                                       unsigned int pos) const noexcept {
     return forward(*this, pos, [&set](const T*& first, const T*& last) {
-        kord::MemberSearch<Forward, false, T>::seek(first, last, set);
+        kord::MemberSearch<Forward, T>::seek(first, last, set, false);
     });
 }
 
 template <class T>
 unsigned int KordCharacterRange<T>::find_last_of(const KordCharacterRange<T>& set, unsigned int pos) const noexcept {
     return backward(*this, pos, [&set](const T*& first, const T*& last) {
-        kord::MemberSearch<Backward, true, T>::seek(first, last, set);
+        kord::MemberSearch<Backward, T>::seek(first, last, set, true);
     });
 }
 
@@ -144,7 +144,7 @@ template <class T>
 unsigned int KordCharacterRange<T>::find_last_not_of(const KordCharacterRange<T>& set,
                                                      unsigned int pos) const noexcept {
     return backward(*this, pos, [&set](const T*& first, const T*& last) {
-        kord::MemberSearch<Backward, false, T>::seek(first, last, set);
+        kord::MemberSearch<Backward, T>::seek(first, last, set, false);
     });
 }
 
