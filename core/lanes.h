@@ -37,19 +37,20 @@ Word load_word(const void* p) noexcept {
 }
 
 /// The n < 8 / sizeof(T) characters from p on as the low bytes of a word that is zero above, as a little-endian machine
-/// has them. Nothing else is read: a few loads that overlap.
+/// has them. Nothing else is read: a few loads that overlap, and few branches, as lengths are hard to foretell.
 template <class T>
 [[gnu::always_inline]] inline std::uint64_t load_few(const T* p, std::size_t n) noexcept {
+    const char* const first = reinterpret_cast<const char*>(p);
     const std::size_t bytes = n * sizeof(T);
-    if (bytes >= 4) {
-        const std::uint64_t end = load_word<std::uint32_t>(reinterpret_cast<const char*>(p) + bytes - 4);
-        return load_word<std::uint32_t>(p) | end << (8 * bytes - 32);
+    const auto place = [first]<class Word>(Word, std::size_t i) {
+        return std::uint64_t{load_word<Word>(first + i)} << 8 * i;
+    };
+    if (bytes - 2 <= 4) {
+        constexpr std::uint16_t two = 0;
+        return place(two, 0) | place(two, (bytes - 2) / 2) | place(two, bytes - 2);
     }
-    if (n == 0) return 0;
-    // One to three characters of one byte, or one of two.
-    using Code = std::make_unsigned_t<T>;
-    const auto place = [p](std::size_t i) { return std::uint64_t{static_cast<Code>(p[i])} << 8 * i; };
-    return place(0) | place(n / 2) | place(n - 1);
+    if (bytes == 7) return place(std::uint32_t{}, 0) | place(std::uint32_t{}, 3);
+    return bytes == 0 ? 0 : place(std::uint8_t{}, 0);
 }
 
 #if KORD_LANES_SSE2

@@ -45,7 +45,7 @@ constexpr double higher_powers[] = {
 // clang-format on
 
 constexpr int most_digits = 18;   // that count
-constexpr int most_exact = 15;    // whose integer a double holds, and that of every beginning, whatever they are
+constexpr int most_exact = 15;    // that always make an integer a double holds
 constexpr int most_decimal = 308; // the exponent of the largest finite double
 
 /// 10^k, correctly rounded: infinite from 10^309 on.
@@ -70,8 +70,10 @@ unsigned int digit_value(T c) noexcept {
 /// Passes over a sign; says whether it was a minus.
 template <class T>
 bool take_sign(const T*& at, const T* last) noexcept {
-    if (at == last || (*at != '+' && *at != '-')) return false;
-    return *at++ == '-';
+    if (at == last) return false;
+    const bool negative = *at == '-';
+    at += negative || *at == '+';
+    return negative;
 }
 
 /// Digits at the beginning of a text: how many there are, at most eight, and the number they make.
@@ -82,19 +84,35 @@ struct Digits {
 
 constexpr std::uint32_t small_powers[] = {1, 10, 100, 1000, 10000, 100000, 1000000, 10000000, 100000000};
 
-/// Looks at eight characters, each a byte of a word; pairs of digits are put together, then pairs of pairs.
-template <class T>
-Digits first_digits(const T* first, const T* last) noexcept {
-    const std::size_t n = static_cast<std::size_t>(last - first);
-    std::uint64_t word = kord::load_bytes(first, n) ^ 0x3030303030303030;
+/// How many of the eight characters in a word, from the lowest on, are digits, in bits; the digits are to be their
+/// values.
+unsigned int digit_bits(std::uint64_t word) noexcept {
     const std::uint64_t others = (((word & 0x7F7F7F7F7F7F7F7F) + 0x7676767676767676) | word) & 0x8080808080808080;
-    if ((others & 0x80) != 0) return {0, 0};
-    const unsigned int count = others == 0 ? 8 : static_cast<unsigned int>(__builtin_ctzll(others)) / 8;
-    word <<= 64 - 8 * count; // zeros in front
+    return others == 0 ? 64 : static_cast<unsigned int>(__builtin_ctzll(others)) - 7;
+}
+
+/// The number that the digits in the first `bits` of a word make: pairs of digits are put together, then pairs of
+/// pairs.
+std::uint32_t value_of(std::uint64_t word, unsigned int bits) noexcept {
+    const unsigned int half = (64 - bits) / 2;
+    word = word << half << half; // zeros in front
     word = word * 10 + (word >> 8);
     constexpr std::uint64_t pairs = 0x000000FF000000FF;
     word = (word & pairs) * (100 + (1000000ull << 32)) + (word >> 16 & pairs) * (1 + (10000ull << 32));
-    return {count, static_cast<std::uint32_t>(word >> 32)};
+    return static_cast<std::uint32_t>(word >> 32);
+}
+
+/// Eight characters as bytes of a word, those that are digits as their values.
+template <class T>
+std::uint64_t load_digits(const T* first, const T* last) noexcept {
+    return kord::load_bytes(first, static_cast<std::size_t>(last - first)) ^ 0x3030303030303030;
+}
+
+template <class T>
+[[gnu::always_inline]] inline Digits first_digits(const T* first, const T* last) noexcept {
+    const std::uint64_t word = load_digits(first, last);
+    const unsigned int bits = digit_bits(word);
+    return {bits / 8, value_of(word, bits)};
 }
 
 template <class T>
@@ -109,36 +127,43 @@ const T* skip_zeros(const T* at, const T* last) noexcept {
     return at;
 }
 
-/// The digits of a real number that count, gathered in an integer, which holds them all.
+/// The digits of a real number that count. As many as a double holds whatever they are come together in an integer;
+/// with each further one the number is rounded.
 class Significand {
   public:
     template <class T>
-    const T* take(const T* at, const T* last) noexcept {
-        const T* const end = last - at > most_digits - count_ ? at + (most_digits - count_) : last;
-        for (Digits more{8, 0}; more.count == 8; at += more.count) {
-            more = first_digits(at, end);
-            digits_ = digits_ * small_powers[more.count] + more.value;
-            count_ += static_cast<int>(more.count);
+    [[gnu::always_inline]] const T* take(const T* at, const T* last) noexcept {
+        if (count_ >= most_exact) return take_rounding(at, last);
+        const T* const end = last - at > most_exact - count_ ? at + (most_exact - count_) : last;
+        const T* const start = at;
+        if (at != end) {
+            const Digits digits = first_digits(at, end);
+            digits_ = digits_ * small_powers[digits.count] + digits.value;
+            at += digits.count;
+        }
+        if (at - start == 8) {
+            for (; at != end && is_digit(*at); ++at) digits_ = digits_ * 10 + (kord::code_of(*at) - '0');
+        }
+        count_ += static_cast<int>(at - start);
+        return count_ < most_exact || at == last ? at : take_rounding(at, last);
+    }
+    int count() const noexcept { return count_; }
+    double value() const noexcept { return count_ <= most_exact ? as_double(digits_) : rounded_; }
+
+  private:
+    static double as_double(std::uint64_t n) noexcept { return static_cast<double>(static_cast<std::int64_t>(n)); }
+
+    template <class T>
+    const T* take_rounding(const T* at, const T* last) noexcept {
+        if (count_ == most_exact) rounded_ = as_double(digits_);
+        for (; at != last && count_ != most_digits && is_digit(*at); ++at, ++count_) {
+            rounded_ = rounded_ * 10.0 + static_cast<double>(static_cast<int>(kord::code_of(*at) - '0'));
         }
         return at;
     }
-    int count() const noexcept { return count_; }
 
-    /// The digits as if taken into a double one by one. That rounds at the sixteenth at the earliest.
-    double value() const noexcept {
-        if (count_ <= most_exact) return static_cast<double>(static_cast<std::int64_t>(digits_));
-        std::uint64_t place = 1;
-        for (int i = most_exact; i != count_; ++i) place *= 10;
-        double value = static_cast<double>(static_cast<std::int64_t>(digits_ / place));
-        while (place != 1) {
-            place /= 10;
-            value = value * 10.0 + static_cast<double>(static_cast<int>(digits_ / place % 10));
-        }
-        return value;
-    }
-
-  private:
     std::uint64_t digits_ = 0;
+    double rounded_ = 0;
     int count_ = 0;
 };
 
@@ -149,13 +174,16 @@ double scaled(double value, std::ptrdiff_t scale, std::ptrdiff_t lead) noexcept 
     return scale >= 0 ? value * power_of_ten(scale) : value / power_of_ten(-scale);
 }
 
-} // namespace
-
+/// Inline, as the decimal scan is a short way through it.
 template <class T>
-kord::Scanned<T> kord::KordScanUnsigned(const T* first, const T* last, unsigned int radix) noexcept {
-    constexpr unsigned int most = std::numeric_limits<unsigned int>::max();
+[[gnu::always_inline]] inline kord::Scanned<T> scan_unsigned(const T* first, const T* last,
+                                                             unsigned int radix) noexcept {
     Digits digits{0, 0};
-    if (radix == 10) digits = first_digits(first, last);
+    if (radix == 10) {
+        digits = first_digits(first, last);
+        if (digits.count != 8) return {digits.value, first + digits.count};
+    }
+    constexpr unsigned int most = std::numeric_limits<unsigned int>::max();
     std::uint64_t value = digits.value;
     const T* at = first + digits.count;
     for (; at != last; ++at) {
@@ -167,15 +195,39 @@ kord::Scanned<T> kord::KordScanUnsigned(const T* first, const T* last, unsigned 
     return {static_cast<unsigned int>(value), at};
 }
 
+/// A number without a sign in a text of at most eight characters: the separator is taken out of the word that they
+/// make, and neither the digits nor the power of ten can be too many.
+template <class T>
+double scan_short_real(const T* first, const T* last) noexcept {
+    std::uint64_t word = load_digits(first, last);
+    const unsigned int whole = digit_bits(word);
+    unsigned int all = whole;
+    if (first + whole / 8 < last && (first[whole / 8] == '.' || first[whole / 8] == ',')) {
+        const std::uint64_t front = (std::uint64_t{1} << whole) - 1;
+        word = (word & front) | (word >> 8 & ~front);
+        all = digit_bits(word | std::uint64_t{0xFF} << 56);
+    }
+    return static_cast<double>(static_cast<std::int32_t>(value_of(word, all))) / prevPowerOfTen[(all - whole) / 8 + 1];
+}
+
+} // namespace
+
+template <class T>
+kord::Scanned<T> kord::KordScanUnsigned(const T* first, const T* last, unsigned int radix) noexcept {
+    return scan_unsigned(first, last, radix);
+}
+
 template <class T>
 int kord::KordScanInt(const T* first, const T* last) noexcept {
     const bool negative = take_sign(first, last);
     const Digits digits = first_digits(first, last);
     std::uint64_t value = digits.value;
-    for (first += digits.count; first != last && is_digit(*first); ++first) {
-        value = value * 10 + (code_of(*first) - '0');
-        if (value > std::numeric_limits<int>::max()) {
-            return negative ? std::numeric_limits<int>::min() : std::numeric_limits<int>::max();
+    if (digits.count == 8) {
+        for (first += 8; first != last && is_digit(*first); ++first) {
+            value = value * 10 + (code_of(*first) - '0');
+            if (value > std::numeric_limits<int>::max()) {
+                return negative ? std::numeric_limits<int>::min() : std::numeric_limits<int>::max();
+            }
         }
     }
     return negative ? -static_cast<int>(value) : static_cast<int>(value);
@@ -184,6 +236,10 @@ int kord::KordScanInt(const T* first, const T* last) noexcept {
 template <class T>
 double kord::KordScanReal(const T* first, const T* last) noexcept {
     const bool negative = take_sign(first, last);
+    if (last - first <= 8) {
+        const double value = scan_short_real(first, last);
+        return negative ? -value : value;
+    }
     first = skip_zeros(first, last);
     Significand significand;
     const T* const integer = first;
@@ -191,7 +247,7 @@ double kord::KordScanReal(const T* first, const T* last) noexcept {
     const std::ptrdiff_t integer_digits = first - integer;
     const int taken = significand.count();
     std::ptrdiff_t zeros = 0;
-    if (first != last && has_flag(*first, kordDecimalSeparator)) {
+    if (first != last && (*first == '.' || *first == ',')) {
         ++first;
         if (taken == 0) {
             const T* const fraction = first;
@@ -216,13 +272,11 @@ int KordCharacterRange<T>::as_int() const noexcept {
 
 template <class T>
 unsigned int KordCharacterRange<T>::as_unsigned() const noexcept {
-    const T* first = begin_;
-    const std::ptrdiff_t n = end_ - begin_;
-    if (n >= 2 && first[0] == '0' && (first[1] == 'x' || first[1] == 'X')) {
-        return kord::KordScanUnsigned(first + 2, end_, 16).value;
-    }
-    if (n >= 1 && first[0] == '$') return kord::KordScanUnsigned(first + 1, end_, 16).value;
-    return kord::KordScanUnsigned(first, end_, 10).value;
+    if (begin_ == end_) return 0;
+    const T* digits = nullptr; // hexadecimal
+    if (*begin_ == '$') digits = begin_ + 1;
+    if (*begin_ == '0' && end_ - begin_ > 1 && (begin_[1] == 'x' || begin_[1] == 'X')) digits = begin_ + 2;
+    return digits != nullptr ? kord::KordScanUnsigned(digits, end_, 16).value : scan_unsigned(begin_, end_, 10).value;
 }
 
 template <class T>
