@@ -206,6 +206,13 @@ std::vector<Row> hard_rows(const std::string& name, Way way) {
          [=](std::size_t n) {
              return Sample{repeat(a63.substr(1) + "b", n), a63};
          }},
+        {name + " far a", way, long_sizes,
+         [=](std::size_t n) {
+             Sample sample{repeat("a" + std::string(127, 'b'), n), ""};
+             sample.wanted = sample.text.substr(0, n / 2);
+             sample.wanted[n / 4] = 'c';
+             return sample;
+         }},
         {name + " random ab", way, long_sizes, hard_random},
         {name + " fibonacci", way, long_sizes, hard_fibonacci},
         {name + " easy", way, long_sizes, never(ordinary)},

@@ -13,6 +13,9 @@ template <class S, class P> concept TakesZeroForAnIterator = requires(S s, P p) 
     requires(S s, P p) { s.erase(0, p); } || requires(S s, P p) { s.replace(0, p, p); } ||
     requires(S s, P p) { s.replace(p, 0, p, p); } || requires(S s, P p) { s.replace(p, p, 0); } ||
     requires(S s, P p) { s.assign(s, 0, p); } || requires(S s, P p) { S(s, p, 0); } || requires(S s) { s.erase(nullptr); };
+template <class S> concept SeeksOrComparesZero = requires(S s) { s.find(0); } || requires(S s) { s.rfind(0); } ||
+    requires(S s) { s.find_first_of(0); } || requires(S s) { s.find_last_of('a'); } || requires(S s) { s.compare(0); } ||
+    requires(S s) { s.compare(0, 1, 0); } || requires(S s) { s.compare_nocase(0, 1, 0, 1); };
 template <class S, class P> concept TakesIterators =
     requires(S s, P p) { s.erase(p, p), s.replace(p, p, p), s.assign(s, p, p), S(s, p, p); };
 // clang-format on
@@ -50,6 +53,20 @@ TYPED_TEST(Overloads, ALiteralZeroIsAPositionOrDoesNotCompile) {
     EXPECT_EQ(show(S().assign(s, 0, 2)), "he");
 }
 
+TYPED_TEST(Overloads, SearchesAndComparisonsTakeWhatUsersWrite) {
+    const String<TypeParam> s = make<TypeParam>("hello");
+    const Literal<TypeParam> el(s.cbegin() + 1, s.cbegin() + 3);
+    const Units<TypeParam> units("lo");
+    const TypeParam* const lo = units;
+    static_assert(!SeeksOrComparesZero<String<TypeParam>> && !SeeksOrComparesZero<Literal<TypeParam>>);
+    EXPECT_EQ(s.find('l') + s.find('l', 3) + s.find(lo) + s.find(el, 0) + s.rfind(lo, 5) + s.rfind(el),
+              2u + 3 + 3 + 1 + 3 + 1);
+    EXPECT_EQ(s.find_first_of(lo, 0) + s.find_last_not_of(lo), 2u + 1);
+    EXPECT_EQ(s.compare(lo) + s.compare(3, 2, lo) + s.compare(1, 2, el, 0) + el.compare(0, 1, s, 1, 1), 'h' - 'l');
+    EXPECT_EQ(el.compare_nocase(s) + s.compare_nocase(0, 1, lo, 1), 'E' - 'H' + 'H' - 'L');
+    EXPECT_EQ(std::as_const(s).begin(), s.cbegin()); // nothing above has unshared it
+}
+
 TYPED_TEST(Overloads, ConstantTextIsWalkedWithoutUnsharing) {
     String<TypeParam> s = make<TypeParam>("abc");
     const String<TypeParam> copy = s;
@@ -68,6 +85,8 @@ TEST(NarrowOverloads, AStringOfBytesTakesLiteralsAndRanges) {
     astring s("a");
     ((s += aliteral("bc")) += "d") += 'e';
     EXPECT_EQ(show(s.append("fg").insert(1, "--").replace(0, 1, "A")), "A--bcdefg");
+    EXPECT_EQ(s.find("cd") + s.find_nocase("CD") + s.rfind("-", 3) + s.find_first_of("xg", 2), 4u + 4 + 2 + 8);
+    EXPECT_EQ(s.compare("A--bcdef") + s.compare(1, 2, "--", 2) + s.compare_nocase("a--BCDEFG"), 1);
 }
 
 } // namespace

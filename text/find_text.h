@@ -89,16 +89,20 @@ class TextSearch {
     }
 
     /// Looks for the first character only, by the C library's search, as long as that leaps far.
-    bool leap(const T*& first, const T*& last) const noexcept {
+    bool leap(const T*& first, const T*& last) noexcept {
+        Patience patience;
         for (int short_leaps = 0; short_leaps != 3;) {
             const T* const old_first = first;
             const T* const old_last = last;
             Direction::seek_character(first, last, *text_);
             if (first == last) return true;
             const T* const at = Direction::next(first, last);
-            if (at[n_ - 1] == text_[n_ - 1] && common(at, 0, n_) == n_) return true;
+            differed_ = at[n_ - 1] == text_[n_ - 1] ? common(at, 0, n_) : 0;
+            if (differed_ == n_) return true;
             Direction::drop(first, last, 1);
-            if (passed(first - old_first, old_last - last) < 128) ++short_leaps;
+            const std::size_t leapt = passed(first - old_first, old_last - last);
+            if (patience.ends(differed_, leapt)) return false;
+            if (leapt < 128) ++short_leaps;
         }
         return false;
     }

@@ -202,7 +202,7 @@ double scan_short_real(const T* first, const T* last) noexcept {
     std::uint64_t word = load_digits(first, last);
     const unsigned int whole = digit_bits(word);
     unsigned int all = whole;
-    if (first + whole / 8 < last && (first[whole / 8] == '.' || first[whole / 8] == ',')) {
+    if (whole != 64 && first + whole / 8 < last && (first[whole / 8] == '.' || first[whole / 8] == ',')) {
         const std::uint64_t front = (std::uint64_t{1} << whole) - 1;
         word = (word & front) | (word >> 8 & ~front);
         all = digit_bits(word | std::uint64_t{0xFF} << 56);

@@ -154,8 +154,9 @@ class KORD_API KordCharacterRange {
     // --- searching forwards: `pos` is the first position looked at --------------------------------------------------
     //
     // All searches return a position from the range's beginning, or `npos`. Nothing is found at or past the end, not
-    // even an empty text. Texts and sets may be pieces of this range. Linear: in the characters looked at for a text,
-    // whatever the two texts are, plus once the length of the text or set.
+    // even an empty text. Texts and sets may be pieces of this range. Linear in the characters looked at, whatever the
+    // texts are, plus once the length of the text or set; only where a set of more than four members has some of 256
+    // and more, each such unit met is looked up by going through it.
 
     /// The first `c`.
     unsigned int find(T c, unsigned int pos = 0) const noexcept;
