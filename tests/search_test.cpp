@@ -180,7 +180,7 @@ TYPED_TEST(Search, SetsOfAnySizeAreMetWithTheirMembers) {
     using R = KordCharacterRange<TypeParam>;
     Dice below(3);
     for (unsigned int round = 0; round != 6000; ++round) {
-        const unsigned int n = round % 150, m = round % 44;
+        const unsigned int n = round % 150, m = round % 80;
         const GuardedText<TypeParam> text(n, round % 2 == 0), set(m, round % 2 != 0);
         const unsigned int top = round % 3 == 0 ? 0xFFFF : 0xFF, few = round % 5 == 0 ? 0x2F : 0xFFFF;
         std::generate_n(set.data(), m, [&] { return static_cast<TypeParam>(below(0x10000) & top & few); });

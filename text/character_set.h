@@ -81,34 +81,37 @@ class NarrowMembers {
     const CodeSet& set_;
 };
 
-/// A set as it is, held in lanes: whether a character is in it takes a few comparisons and no preparation.
+/// A set as it is, the front of it held in lanes: whether a character is in it takes a few comparisons and no
+/// preparation.
 template <class T>
-class SetLanes {
+class PlainSet {
   public:
-    static constexpr unsigned int most = 4 * Lanes<T>::count;
-
-    /// Of a set of at least one and at most `most` members.
-    explicit SetLanes(const KordCharacterRange<T>& set) noexcept {
+    /// Of at least one member.
+    explicit PlainSet(const KordCharacterRange<T>& set) noexcept : set_(set) {
         constexpr unsigned int block = Lanes<T>::count;
         const unsigned int n = set.length();
         if (n < block) {
-            lanes_[0] = lanes_[1] = lanes_[2] = lanes_[3] = Lanes<T>::load_partial(set.begin(), n);
+            front_[0] = front_[1] = front_[2] = front_[3] = Lanes<T>::load_partial(set.begin(), n);
             members_ = Lanes<T>::lanes_before(Lanes<T>::all, n);
             return;
         }
         for (unsigned int i = 0; i != 4; ++i) {
-            lanes_[i] = Lanes<T>::load(set.begin() + (i * block < n - block ? i * block : n - block));
+            front_[i] = Lanes<T>::load(set.begin() + (i * block < n - block ? i * block : n - block));
         }
     }
     bool has(T c) const noexcept {
         const Lanes<T> x = Lanes<T>::splat(static_cast<unsigned int>(c));
         const Lanes<T> found =
-            (equal(x, lanes_[0]) | equal(x, lanes_[1])) | (equal(x, lanes_[2]) | equal(x, lanes_[3]));
-        return (found.mask() & members_) != 0;
+            (equal(x, front_[0]) | equal(x, front_[1])) | (equal(x, front_[2]) | equal(x, front_[3]));
+        if ((found.mask() & members_) != 0) return true;
+        constexpr std::ptrdiff_t in_front = 4 * Lanes<T>::count;
+        return set_.end() - set_.begin() > in_front &&
+               scan_forward(set_.begin() + in_front, set_.end(), Is<T>(c)) != set_.end();
     }
 
   private:
-    Lanes<T> lanes_[4];
+    const KordCharacterRange<T>& set_;
+    Lanes<T> front_[4];
     unsigned int members_ = Lanes<T>::all;
 };
 
@@ -120,15 +123,15 @@ class MemberSearch {
                                             bool wanted) noexcept {
         const unsigned int n = set.length();
         if (n - 1 < 4) return seek(first, last, FewMembers<T>(set), wanted);
-        if (n - 1 < SetLanes<T>::most) return seek_near(first, last, set, wanted);
-        seek_prepared(first, last, set, wanted);
+        seek_near(first, last, set, wanted);
     }
 
   private:
     /// The next few characters are looked up in the set as it is, which for them is less work than any preparation.
     [[gnu::noinline]] static void seek_near(const T*& first, const T*& last, const KordCharacterRange<T>& set,
                                             bool wanted) noexcept {
-        const SetLanes<T> members(set);
+        if (set.empty()) return seek_prepared(first, last, set, wanted);
+        const PlainSet<T> members(set);
         for (unsigned int i = 0; i != 8 && first != last; ++i) {
             if (members.has(*Direction::next(first, last)) == wanted) return;
             Direction::drop(first, last, 1);
