@@ -11,6 +11,7 @@
 #define KORD_LANES_SSE2 0
 #endif
 
+#include <bit>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
@@ -28,6 +29,8 @@ struct CodeSet {
     bool has(unsigned int code) const noexcept { return (rows[code & 15] >> (code >> 4) & 1) != 0; }
 };
 
+static_assert(std::endian::native == std::endian::little, "words are taken apart with the first character lowest");
+
 /// The bytes of a word in memory.
 template <class Word>
 Word load_word(const void* p) noexcept {
@@ -36,8 +39,8 @@ Word load_word(const void* p) noexcept {
     return w;
 }
 
-/// The n < 8 / sizeof(T) characters from p on as the low bytes of a word that is zero above, as a little-endian machine
-/// has them. Nothing else is read: a few loads that overlap, and few branches, as lengths are hard to foretell.
+/// The n < 8 / sizeof(T) characters from p on as the low bytes of a word that is zero above, the first one lowest.
+/// Nothing else is read: a few loads that overlap, and few branches, as lengths are hard to foretell.
 template <class T>
 [[gnu::always_inline]] inline std::uint64_t load_few(const T* p, std::size_t n) noexcept {
     const char* const first = reinterpret_cast<const char*>(p);
