@@ -87,13 +87,15 @@ TYPED_TEST(Compare, FindsTheFirstDifferenceWhereverItIs) {
 TYPED_TEST(Compare, IgnoresCaseForEveryPairOfCodes) {
     using R = KordCharacterRange<TypeParam>;
     std::vector<TypeParam> a(20, 'x'), b(20, 'X');
+    b[19] = 'Z'; // counts where everything before is the same
     for (unsigned int c = 0; c != 256; ++c) {
         for (unsigned int d = 0; d != 256; ++d) {
             a[17] = static_cast<TypeParam>(c);
             b[17] = static_cast<TypeParam>(d);
-            ASSERT_EQ(R(a.data(), 0, 20).compare_nocase(R(b.data(), 0, 20)), KordToUpper(c) - KordToUpper(d))
+            const int difference = KordToUpper(c) - KordToUpper(d);
+            ASSERT_EQ(R(a.data(), 0, 20).compare_nocase(R(b.data(), 0, 20)), difference != 0 ? difference : 'X' - 'Z')
                 << c << ' ' << d;
-            ASSERT_EQ(R(a.data(), 17, 1).compare_nocase(b[17]), KordToUpper(c) - KordToUpper(d));
+            ASSERT_EQ(R(a.data(), 17, 1).compare_nocase(b[17]), difference);
         }
     }
 }
