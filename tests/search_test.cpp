@@ -152,6 +152,24 @@ TYPED_TEST(Search, FindsWhatThePlainSearchesFind) {
     }
 }
 
+// Long texts, in which rare characters are leapt to from some way on, and common ones not.
+TYPED_TEST(Search, OneMatchInALongTextIsFoundWhereverItIs) {
+    using R = KordCharacterRange<TypeParam>;
+    const Units<TypeParam> needle("needle");
+    for (unsigned int place = 0; place < 1994; place += place % 250 < 8 ? 1 : 11) {
+        std::vector<TypeParam> text(2000, place % 2 == 0 ? 'x' : 'e');
+        std::copy_n(static_cast<const TypeParam*>(needle), 6, text.begin() + place);
+        const R range(text.data(), 0, 2000);
+        ASSERT_EQ(range.find(needle), place);
+        ASSERT_EQ(range.rfind(needle), place);
+        ASSERT_EQ(range.find(needle, place + 1), npos);
+        ASSERT_EQ(range.rfind(needle, place + 5), npos);
+        text[place + 5] = 'x';
+        ASSERT_EQ(range.find(needle), npos);
+        ASSERT_EQ(range.rfind(needle), npos);
+    }
+}
+
 // Texts that nearly match nearly everywhere, long enough for every way of searching to be used up.
 TYPED_TEST(Search, RepetitiveTextsAreFoundToo) {
     using R = KordCharacterRange<TypeParam>;

@@ -12,14 +12,15 @@
 
 /// Searching for a text, in both directions, exactly or without case.
 ///
-/// The places are those where the text could begin, all of it being readable behind each. Three methods take turns,
-/// each with the same outcome as comparing at every place:
+/// The places are those where the text could begin, all of it being readable behind each. Several methods take turns,
+/// each with the same outcome as comparing at every place; the next one is tried where the one before fails too often:
 ///  - Probing: two characters of the text are looked for by lanes, and where both are, the rest is compared. Costs next
 ///    to nothing to begin with and is fast wherever texts are not made of few characters in a few patterns.
-///  - Grams: eight characters at the far end of a place say how far it is to the next place where they fit. Then more
-///    probes, one of them where the last comparison has failed.
+///  - Leaping, in long 8-bit texts: the C library's search for the first character alone, if that is a rare one.
+///  - Grams: eight characters at the far end of a place say how far it is to the next place where they fit.
+///  - Probing again with more probes, one of them where the last comparison has failed.
 ///  - The two-way method of Crochemore and Perrin (1991), which looks at a character a fixed number of times at most,
-///    whatever the texts are, and needs no memory. Here it compares and seeks by lanes.
+///    whatever the texts are, with a few variables beside them. Here it compares and seeks by lanes.
 namespace kord {
 
 /// Weighs what failed comparisons cost against the places passed, in characters.
@@ -27,12 +28,15 @@ class Patience {
   public:
     /// After a failure that had `same` characters in common, and `passed` places since the last one: is it too much?
     bool ends(std::size_t same, std::size_t passed) noexcept {
-        debt_ += 32 + same;
+        debt_ += cost + same;
         debt_ -= std::min(debt_, passed);
-        return debt_ >= 256;
+        return debt_ >= most;
     }
 
   private:
+    // Measured: a failure takes the time in which 32 characters and more are passed. Half a dozen in a row are borne.
+    static constexpr std::size_t cost = 32, most = 256;
+
     std::size_t debt_ = 0;
 };
 
@@ -91,7 +95,7 @@ class TextSearch {
     /// Looks for the first character only, by the C library's search, as long as that leaps far.
     bool leap(const T*& first, const T*& last) noexcept {
         Patience patience;
-        for (int short_leaps = 0; short_leaps != 3;) {
+        for (int short_leaps = 0; short_leaps != 3;) { // below some 100 characters, probing is as fast
             const T* const old_first = first;
             const T* const old_last = last;
             Direction::seek_character(first, last, *text_);
@@ -136,7 +140,7 @@ class TextSearch {
         return true;
     }
 
-    bool find_two_way(const T*& first, const T*& last) const noexcept {
+    bool find_two_way(const T*& first, const T*& last) noexcept {
         const Cut up = greatest_ending(true), down = greatest_ending(false);
         Cut cut = up.at > down.at ? up : down;
         // If the first part goes on with the period of the second, it is the period of the text.
@@ -145,7 +149,7 @@ class TextSearch {
         MoreProbes probes(text_, n_);
         probes.aim(1, text_, Direction::offset(n_, cut.at, 1));
         std::size_t known = 0; // characters at the front that the last comparison has shown to be the same
-        bool seek = true;      // worth while, unless comparing got far without
+        bool seek = true;      // false as long as comparisons get far, so that the next place is worth one at once
         while (first != last) {
             if (known == 0 && seek) {
                 seek_more(first, last, probes);
@@ -156,7 +160,7 @@ class TextSearch {
             const std::size_t same = common(at, from, n_ - from);
             if (same != n_ - from) {
                 if (seek) probes.aim(2, text_, Direction::offset(n_, from + same, 1));
-                seek = same < 16;
+                seek = same < gram;
                 Direction::drop(first, last, from + same - cut.at + 1);
                 known = 0;
                 continue;
@@ -251,9 +255,9 @@ class TextSearch {
 };
 
 /// What is left to do where probing has failed.
-template <class Same, class Direction, class T>
-[[gnu::noinline]] const T* find_hard_text(const T* first, const T* last, const T* text, std::size_t n) noexcept {
-    TextSearch<T, Same, Direction> search(text, n);
+template <class T, class Same, class Direction>
+[[gnu::noinline]] const T* find_hard_text(TextSearch<T, Same, Direction> search, const T* first,
+                                          const T* last) noexcept {
     if (!search.find_by_grams(first, last) && !search.probe_again(first, last)) search.find_two_way(first, last);
     return first == last ? nullptr : Direction::next(first, last);
 }
@@ -263,7 +267,7 @@ template <class Same, class Direction, class T>
 template <class Same, class Direction, class T>
 [[gnu::noinline]] const T* find_text(const T* first, const T* last, const T* text, std::size_t n) noexcept {
     TextSearch<T, Same, Direction> search(text, n);
-    if (!search.probe(first, last)) return find_hard_text<Same, Direction>(first, last, text, n);
+    if (!search.probe(first, last)) return find_hard_text(search, first, last);
     return first == last ? nullptr : Direction::next(first, last);
 }
 
@@ -274,10 +278,11 @@ const T* find_in_long_text(const T* first, const T* last, const T* text, std::si
     TextSearch<T, Same, Direction> search(text, n);
     const T* near_first = first;
     const T* near_last = last;
-    Direction::keep(near_first, near_last, 256);
-    if (!search.probe(near_first, near_last)) return find_hard_text<Same, Direction>(first, last, text, n);
+    constexpr std::size_t near = 256; // too near for a leap to pay
+    Direction::keep(near_first, near_last, near);
+    if (!search.probe(near_first, near_last)) return find_hard_text(search, first, last);
     if (near_first != near_last) return Direction::next(near_first, near_last);
-    Direction::drop(first, last, 256);
+    Direction::drop(first, last, near);
     if (!search.leap(first, last)) return find_text<Same, Direction>(first, last, text, n);
     return first == last ? nullptr : Direction::next(first, last);
 }

@@ -205,7 +205,7 @@ double scan_short_real(const T* first, const T* last) noexcept {
     if (whole != 64 && first + whole / 8 < last && (first[whole / 8] == '.' || first[whole / 8] == ',')) {
         const std::uint64_t front = (std::uint64_t{1} << whole) - 1;
         word = (word & front) | (word >> 8 & ~front);
-        all = digit_bits(word | std::uint64_t{0xFF} << 56);
+        all = digit_bits(word); // with a zero behind the last digit if that makes eight: the quotient is the same
     }
     return static_cast<double>(static_cast<std::int32_t>(value_of(word, all))) / prevPowerOfTen[(all - whole) / 8 + 1];
 }

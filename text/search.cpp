@@ -62,7 +62,7 @@ unsigned int backward_text(const Range<T>& text, const Range<T>& wanted, unsigne
     const unsigned int length = text.length();
     const unsigned int n = wanted.length();
     const unsigned int start = (pos == Range<T>::npos ? length : pos) - n; // wraps
-    if (start >= length || n > length) return Range<T>::npos;
+    if (start >= length || n > length || n == Range<T>::npos) return Range<T>::npos;
     if (n == 0) return start;
     const T* const first = text.begin();
     const T* const last = first + std::min(start, length - n) + 1;
@@ -74,7 +74,7 @@ template <class Same, class T>
 unsigned int forward_text(const Range<T>& text, const Range<T>& wanted, unsigned int pos) noexcept {
     const unsigned int length = text.length();
     const unsigned int n = wanted.length();
-    if (pos >= length || n > length - pos) return Range<T>::npos;
+    if (pos >= length || n > length - pos || n == Range<T>::npos) return Range<T>::npos;
     if (n == 0) return pos;
     const T* const first = text.begin() + pos;
     const T* const last = text.begin() + (length - n) + 1;

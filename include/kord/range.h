@@ -126,7 +126,8 @@ class KORD_API KordCharacterRange {
     //
     // A piece (`pos`, `len`) is clamped as in the constructor above. A text (`s`, `n`) is as in the constructor from a
     // pointer: empty if null, measured for `n` = `npos`, otherwise exactly `n` characters, zeros included. Linear in
-    // the common beginning; what lies behind the first difference is not read.
+    // the common beginning. Reads nothing outside the two texts, but in them some characters behind the first
+    // difference.
 
     /// With the text of the one character `c`.
     int compare(T c) const noexcept;
@@ -155,8 +156,8 @@ class KORD_API KordCharacterRange {
     //
     // All searches return a position from the range's beginning, or `npos`. Nothing is found at or past the end, not
     // even an empty text. Texts and sets may be pieces of this range. Linear in the characters looked at, whatever the
-    // texts are, plus once the length of the text or set; only where a set of more than four members has some of 256
-    // and more, each such unit met is looked up by going through it.
+    // texts are, plus once the length of the text or set. The one exception: units of 256 and more are looked up one by
+    // one in a set of more than four members, if that has such units.
 
     /// The first `c`.
     unsigned int find(T c, unsigned int pos = 0) const noexcept;
@@ -185,9 +186,9 @@ class KORD_API KordCharacterRange {
 
     // --- searching backwards for a text: a match ends at or before `pos` --------------------------------------------
     //
-    // `npos` is the end of the range. A `pos` that many characters past the end, or more, as the text has finds
-    // nothing. An empty text is found at `pos` if that lies before the end. Note the difference: `rfind('a', 3)` looks
-    // at position 3, `rfind("a", 3)` finds nothing after position 2.
+    // `npos` is the end of the range. Nothing is found if `pos` is the two lengths together or more. An empty text is
+    // found at `pos` if that lies before the end. Note the difference: `rfind('a', 3)` looks at position 3,
+    // `rfind("a", 3)` finds nothing after position 2.
 
     unsigned int rfind(const T* s, unsigned int pos = npos) const noexcept;
     unsigned int rfind(const KordCharacterRange<T>& r, unsigned int pos = npos) const noexcept;
@@ -208,8 +209,9 @@ class KORD_API KordCharacterRange {
     unsigned int as_unsigned() const noexcept;
     /// An optional '+' or '-', decimal digits, optionally '.' or ',' and more digits. The first 18 significant digits
     /// count, the others give only their place. Each digit is taken in with a rounded multiplication and addition, and
-    /// the result is scaled with one more: exact to the last bit up to 15 digits with at most 22 decimals. Saturates at
-    /// the largest finite number; what is below 1e-307 reads as 0. A lone '-' gives -0.0.
+    /// the result is scaled with one more: exact to the last bit up to 15 digits with at most 22 decimals. From 1e308
+    /// on the largest finite number; 0 below 1e-307, and where the last digit that counts lies behind the 308th
+    /// decimal. A lone '-' gives -0.0.
     double as_double() const noexcept;
 
   protected:
