@@ -6,6 +6,7 @@
 #include "text/find_text.h"
 
 #include <algorithm>
+#include <type_traits>
 
 namespace {
 
@@ -47,12 +48,16 @@ template <class T, class Search>
     return first == last ? Range<T>::npos : static_cast<unsigned int>(last - first) - 1;
 }
 
+/// Where the text is, from `begin` on, or `npos`. In a long text there is room for leaps, where those are fast.
 template <class Same, class Direction, class T>
 unsigned int place(const T* first, const T* last, const Range<T>& wanted, unsigned int n, const T* begin) noexcept {
-    constexpr bool leaps = kord::has_fast_character_scan<T> && std::is_same_v<Same, Exactly>;
-    const T* const found = leaps && last - first >= 1024
-                               ? kord::find_in_long_text<Same, Direction>(first, last, wanted.begin(), n)
-                               : kord::find_text<Same, Direction>(first, last, wanted.begin(), n);
+    constexpr std::ptrdiff_t is_long = 1024;
+    const T* found = nullptr;
+    if (kord::has_fast_character_scan<T> && std::is_same_v<Same, Exactly> && last - first >= is_long) {
+        found = kord::find_in_long_text<Same, Direction>(first, last, wanted.begin(), n);
+    } else {
+        found = kord::find_text<Same, Direction>(first, last, wanted.begin(), n);
+    }
     return found == nullptr ? Range<T>::npos : static_cast<unsigned int>(found - begin);
 }
 
