@@ -34,7 +34,8 @@ class Patience {
     }
 
   private:
-    // Measured: a failure takes the time in which 32 characters and more are passed. Half a dozen in a row are borne.
+    // A failure costs a call and a block begun anew, in which some dozens of characters could have been passed. A
+    // handful in a row is borne.
     static constexpr std::size_t cost = 32, most = 256;
 
     std::size_t debt_ = 0;

@@ -264,6 +264,10 @@ double kord::KordScanReal(const T* first, const T* last) noexcept {
 template kord::Scanned<char> kord::KordScanUnsigned(const char*, const char*, unsigned int) noexcept;
 template kord::Scanned<unsigned short> kord::KordScanUnsigned(const unsigned short*, const unsigned short*,
                                                               unsigned int) noexcept;
+template int kord::KordScanInt(const char*, const char*) noexcept;
+template int kord::KordScanInt(const unsigned short*, const unsigned short*) noexcept;
+template double kord::KordScanReal(const char*, const char*) noexcept;
+template double kord::KordScanReal(const unsigned short*, const unsigned short*) noexcept;
 
 template <class T>
 int KordCharacterRange<T>::as_int() const noexcept {
