@@ -1,12 +1,12 @@
 #ifndef KORD_CORE_BODY_H
 #define KORD_CORE_BODY_H
 
+#include "core/copy.h"
 #include "core/fail.h"
 
 #include <kord/body.h>
 
 #include <cstdlib>
-#include <cstring>
 
 /// Making, growing and freeing string blocks: the only callers of `malloc`, `realloc` and `free`.
 namespace kord {
@@ -17,12 +17,6 @@ static_assert(BasicStringBody<unsigned short>::block_size(3) == 16 &&
               BasicStringBody<unsigned short>::block_size(4) == 32);
 static_assert(BasicStringBody<char>::capacity_for(detail::length_limit) == 1048583);
 static_assert(BasicStringBody<unsigned short>::capacity_for(detail::length_limit) == 2097158);
-
-/// `memcpy` counted in characters; unlike it, takes null pointers when there is nothing to copy.
-template <class T>
-void copy_characters(T* to, const T* from, std::size_t n) noexcept {
-    if (n != 0) std::memcpy(to, from, n * sizeof(T));
-}
 
 /// Records that the block has the size for `c` characters, and terminates it there and at its last slot.
 template <class T>

@@ -1,12 +1,14 @@
 // Editing. A text is written by reserving its length, setting the end and writing; or by the replacement core.
 #include "core/body.h"
 #include "core/case.h"
+#include "core/copy.h"
 #include "core/scan.h"
 
 #include <kord/basic_string.h>
 
 #include <algorithm>
 #include <cstdint>
+#include <cstring>
 
 namespace {
 

@@ -1,5 +1,6 @@
 // The block of a string: reserving and unsharing, terminating, buffers, foreign text.
 #include "core/body.h"
+#include "core/copy.h"
 #include "core/scan.h"
 
 #include <kord/basic_string.h>
@@ -30,27 +31,38 @@ void BasicString<T>::release(BasicStringBody<T>* body) noexcept {
     if (body != nullptr && --body->count == 0) kord::free_body(body);
 }
 
-// Five cases: too long; a block of its own that does, or that is too small; no block; and one that is not its alone.
+namespace {
+
+/// `reserve` where the string has no block of its own that does: one that is too small, none, or one not its alone.
 template <class T>
-void BasicString<T>::reserve(unsigned int c) {
-    if (c > lengthLimit) kord::fail_length();
-    unsigned int n = length();
-    if (body_ != nullptr && body_->owned_from(begin_)) {
-        if (body_->fits(c)) {
-            if (c >= n) body_->first()[c] = 0;
-            return;
-        }
-        body_ = kord::grow_body(body_, c);
+[[gnu::noinline]] void make_room(BasicString<T>& s, BasicStringBody<T>*& body, const T*& begin, const T*& end,
+                                 unsigned int c) {
+    if (c > s.lengthLimit) kord::fail_length();
+    unsigned int n = s.length();
+    if (body != nullptr && body->owned_from(begin)) {
+        body = kord::grow_body(body, c);
     } else {
         // Foreign text is cut to what was asked for; a text in a block never is.
-        if (body_ == nullptr) n = std::min(n, c);
-        BasicStringBody<T>* const body = kord::new_body<T>(std::max(c, n));
-        kord::copy_characters(body->first(), begin_, n);
-        body->first()[n] = 0; // so that `c_str` never looks at a slot that nobody wrote
-        unlink(body);
+        if (body == nullptr) n = std::min(n, c);
+        BasicStringBody<T>* const own = kord::new_body<T>(std::max(c, n));
+        kord::copy_characters(own->first(), begin, n);
+        own->first()[n] = 0; // so that `c_str` never looks at a slot that nobody wrote
+        if (body != nullptr && --body->count == 0) kord::free_body(body);
+        body = own;
     }
-    begin_ = body_->first();
-    end_ = begin_ + n;
+    begin = body->first();
+    end = begin + n;
+}
+
+} // namespace
+
+template <class T>
+void BasicString<T>::reserve(unsigned int c) {
+    if (body_ == nullptr || c > lengthLimit || !body_->owned_from(begin_) || !body_->fits(c)) {
+        make_room(*this, body_, begin_, end_, c);
+    } else if (c >= length()) {
+        body_->first()[c] = 0;
+    }
 }
 
 namespace {
