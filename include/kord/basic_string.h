@@ -4,6 +4,7 @@
 #include <kord/body.h>
 #include <kord/errors.h>
 #include <kord/export.h>
+#include <kord/format.h>
 #include <kord/range.h>
 
 #include <cstddef>
@@ -184,6 +185,103 @@ class KORD_API BasicString : public KordCharacterRange<T> {
     /// Maps every character with `KordToUpper` or `KordToLower`. Unshares.
     BasicString<T>& make_upper();
     BasicString<T>& make_lower();
+
+    // --- formatting -------------------------------------------------------------------------------------------------
+    //
+    // A template is text with placeholders: '%', flags, width, precision, conversion. Its placeholders must agree with
+    // the arguments in number, order and kind:
+    //
+    //   %d %i     a signed integer             %f     a real, with 6 decimals or as many as the precision says; from
+    //   %u        an unsigned integer                 10^(15 - precision) on 15 significant digits (see `KordFromReal`)
+    //   %x %X     the same in hexadecimal      %c     a character
+    //   %%        a percent sign               %s     a text, of which the precision is the most that is taken
+    //
+    // Flags: '-' left-justified, '0' zeros in front, '+' always a sign, ' ' a blank for a plus, '#' "0x" before %x.
+    // Length modifiers (h, l, L) change nothing. A template that does not agree, or has a '*', makes the null string;
+    // no template can do harm. What follows the last complete placeholder is left out if it begins with a '%'.
+    //
+    // The text is built in a new block, sized once beforehand, so the template and the texts may be this string or
+    // pieces of it; the string lets go of its old block. Throws `os_length_error` if a width or the texts are too long
+    // and `std::bad_alloc`; the string is then unchanged. Linear in the lengths of template and result.
+    //
+    // Numbers of every type count as the `long`, `unsigned long` or `double` that holds all their values (integers
+    // narrower than `int`, `bool` and enumerators count as `int`); where none does, the call does not compile. All of
+    // a 64-bit `long` is formatted. An integer after a real counts as a real.
+
+    BasicString<T>& format(const KordCharacterRange<T>& tmpl, const KordCharacterRange<T>& a,
+                           const KordCharacterRange<T>& b);
+    BasicString<T>& format(const KordCharacterRange<T>& tmpl, const KordCharacterRange<T>& a, double x);
+    BasicString<T>& format(const KordCharacterRange<T>& tmpl, const KordCharacterRange<T>& a, long n);
+    BasicString<T>& format(const KordCharacterRange<T>& tmpl, long n, double x);
+    BasicString<T>& format(const KordCharacterRange<T>& tmpl, double x, double y);
+    BasicString<T>& format(const KordCharacterRange<T>& tmpl, long n, long m);
+    BasicString<T>& format(const KordCharacterRange<T>& tmpl, const KordCharacterRange<T>& a);
+    /// A zero-terminated text; null stands for an empty one.
+    BasicString<T>& format(const KordCharacterRange<T>& tmpl, const T* text);
+    BasicString<T>& format(const KordCharacterRange<T>& tmpl, T c);
+    BasicString<T>& format(const KordCharacterRange<T>& tmpl, double x);
+    BasicString<T>& format(const KordCharacterRange<T>& tmpl, unsigned long n);
+    BasicString<T>& format(const KordCharacterRange<T>& tmpl, long n);
+
+    // A number alone, written into the string's own block. Unshares; allocates only if the block is shared or smaller
+    // than the room reserved: 16 characters (20 where `long` has 64 bits), 32 for a real.
+
+    /// Decimal, always with a sign: `format(42L)` gives "+42".
+    BasicString<T>& format(long n);
+    /// Decimal.
+    BasicString<T>& format(unsigned long n);
+    /// 16 significant digits as of `KordFromReal`, without a plus: "0.1", "2", "1e+20".
+    BasicString<T>& format(double x);
+
+    template <class N, kord::detail::if_arguments<kord::detail::alone_t<N>> = 0>
+    BasicString<T>& format(const KordCharacterRange<T>& tmpl, N n) {
+        return format(tmpl, static_cast<kord::detail::alone_t<N>>(n));
+    }
+    template <class N, kord::detail::if_arguments<kord::detail::beside_t<N>> = 0>
+    BasicString<T>& format(const KordCharacterRange<T>& tmpl, const KordCharacterRange<T>& a, N n) {
+        return format(tmpl, a, static_cast<kord::detail::beside_t<N>>(n));
+    }
+    template <class N, class M, kord::detail::if_arguments<kord::detail::beside_t<N>, kord::detail::second_t<N, M>> = 0>
+    BasicString<T>& format(const KordCharacterRange<T>& tmpl, N n, M m) {
+        return format(tmpl, static_cast<kord::detail::beside_t<N>>(n), static_cast<kord::detail::second_t<N, M>>(m));
+    }
+    template <class N, kord::detail::if_arguments<kord::detail::alone_t<N>> = 0>
+    BasicString<T>& format(N n) {
+        return format(static_cast<kord::detail::alone_t<N>>(n));
+    }
+    /// A character of another type that fits, taken by its unsigned code: of `char` and `char16_t` in 16-bit text.
+    template <class C, std::enable_if_t<kord::detail::fits_character<C, T>, int> = 0>
+    BasicString<T>& format(const KordCharacterRange<T>& tmpl, C c) {
+        return format(tmpl, static_cast<T>(static_cast<std::conditional_t<sizeof(C) == 1, unsigned char, T>>(c)));
+    }
+
+    template <class N,
+              kord::detail::if_no_arguments<kord::detail::is_candidate<N> && !kord::detail::fits_character<N, T>,
+                                            kord::detail::alone_t<N>> = 0>
+    BasicString<T>& format(const KordCharacterRange<T>& tmpl, N) = delete;
+    template <class N, kord::detail::if_no_arguments<kord::detail::is_candidate<N>, kord::detail::beside_t<N>> = 0>
+    BasicString<T>& format(const KordCharacterRange<T>& tmpl, const KordCharacterRange<T>& a, N) = delete;
+    template <class N, class M,
+              kord::detail::if_no_arguments<kord::detail::is_candidate<N> && kord::detail::is_candidate<M>,
+                                            kord::detail::beside_t<N>, kord::detail::second_t<N, M>> = 0>
+    BasicString<T>& format(const KordCharacterRange<T>& tmpl, N, M) = delete;
+    template <class N, kord::detail::if_no_arguments<kord::detail::is_candidate<N>, kord::detail::alone_t<N>> = 0>
+    BasicString<T>& format(N) = delete;
+
+    /// Where `format_path` leaves text out and puts "...".
+    enum t_format_path : int {
+        ellipsis_middle,      ///< whole folders, between the path's first ones and its last component
+        ellipsis_middle_fill, ///< the same, but as much of the folders as has room stays
+        ellipsis_end,         ///< at the end
+        ellipsis_begin,       ///< at the beginning
+    };
+
+    /// Shortens the text to at most `maxLength` characters, if it is longer: a path name whose folders end in a
+    /// backslash, or any text. If in the first two modes the last component with "..." does not fit, it is kept alone,
+    /// without "..." if it then fits and cut at its end if not; a text without a backslash is cut at its end. Below 4
+    /// characters there are only dots. Unshares; a mode that is none of the four changes nothing. Throws as `reserve`
+    /// does, in the last two modes perhaps with the text's beginning already cut off.
+    BasicString<T>& format_path(unsigned int maxLength, t_format_path mode);
 
     // --- the position forms for integers of other types ------------------------------------------------------------
     // A literal 0 would be a null iterator, or ambiguous. It means a position, as every other integer does, and beside

@@ -28,4 +28,14 @@
 #define KORD_EMIT
 #endif
 
+/// KORD_PRINTF(f, a) makes the compiler check the arguments from parameter `a` on against the template in parameter
+/// `f`; parameter 1 of a member is the object.
+#if defined(__MINGW32__) && !defined(__clang__)
+#define KORD_PRINTF(f, a) __attribute__((format(gnu_printf, f, a)))
+#elif defined(__GNUC__)
+#define KORD_PRINTF(f, a) __attribute__((format(printf, f, a)))
+#else
+#define KORD_PRINTF(f, a)
+#endif
+
 #endif

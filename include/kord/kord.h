@@ -6,6 +6,7 @@
 #include <kord/body.h>
 #include <kord/chars.h>
 #include <kord/errors.h>
+#include <kord/format.h>
 #include <kord/list.h>
 #include <kord/path.h>
 #include <kord/range.h>

@@ -92,6 +92,18 @@ class KORD_API astring : public BasicString<char> {
 
     /// The piece (`pos`, `n`), sharing the block.
     KORD_EMIT astring substr(unsigned int pos, unsigned int n = npos) const noexcept { return astring(*this, pos, n); }
+
+    /// Becomes what the C library's `vsnprintf` makes of a zero-terminated template and any arguments. Nothing checks
+    /// them but the compiler's warnings; for checked templates there is `format`. The locale decides the decimal point.
+    ///
+    /// The template may have the conversions d i o u x X c s p n e E f g G and %%, stars, and the length modifiers hh,
+    /// h, l, ll before integers and L before reals. With any other conversion or modifier the string becomes empty and
+    /// nothing is formatted. A null text is "(null)".
+    ///
+    /// The text is written once, into a new block sized beforehand from the template and the arguments; they may be
+    /// this string's own text. Throws `os_length_error` if the size is above the limit and `std::bad_alloc`; the string
+    /// is then unchanged.
+    astring& format_unchecked(const char* fmt, ...) KORD_PRINTF(2, 3);
 };
 
 /// UTF-16 text; everything as in `astring`, counted in 16-bit units.

@@ -1,0 +1,113 @@
+#include "format/placeholder.h"
+
+#include "text/classify.h"
+#include "text/number.h"
+
+namespace {
+
+/// The flags that the characters from ' ' to '0' stand for.
+struct Flags {
+    static constexpr unsigned int first = ' ', last = '0';
+    unsigned char of[last - first + 1] = {};
+    constexpr Flags() {
+        of['-' - first] = kord::flag_left;
+        of['0' - first] = kord::flag_zeros;
+        of['+' - first] = kord::flag_plus;
+        of[' ' - first] = kord::flag_blank;
+        of['#' - first] = kord::flag_alternate;
+    }
+};
+constexpr Flags flag_table;
+
+template <class T>
+bool is_digit(T c) noexcept {
+    return kord::code_of(c) - '0' < 10;
+}
+
+/// Reads a placeholder from behind its '%' on, part by part. At the end of the template the next character is 0, which
+/// is no part but a conversion.
+template <class T>
+class Scanner {
+  public:
+    Scanner(const T* at, const T* end) noexcept : at_(at), end_(end), next_(at == end ? T{} : *at) {}
+
+    T next() const noexcept { return next_; }
+
+    void pass() noexcept {
+        ++at_;
+        next_ = at_ == end_ ? T{} : *at_;
+    }
+    bool pass(char c) noexcept {
+        const bool is_next = next_ == static_cast<T>(c);
+        if (is_next) pass();
+        return is_next;
+    }
+
+    unsigned int flags() noexcept {
+        unsigned int flags = 0;
+        for (;; pass()) {
+            const unsigned int place = kord::code_of(next_) - Flags::first;
+            if (place > Flags::last - Flags::first || flag_table.of[place] == 0) break;
+            flags |= flag_table.of[place];
+        }
+        if (flags & kord::flag_left) flags &= ~static_cast<unsigned int>(kord::flag_zeros);
+        if (flags & kord::flag_plus) flags &= ~static_cast<unsigned int>(kord::flag_blank);
+        return flags;
+    }
+
+    /// Digits, 0 if there are none. A number of more than 32 bits is not passed.
+    unsigned int number() noexcept {
+        if (!is_digit(next_)) return 0;
+        if (end_ - at_ > 1 && !is_digit(at_[1])) { // one digit, as most
+            const unsigned int digit = kord::code_of(next_) - '0';
+            pass();
+            return digit;
+        }
+        const kord::Scanned<T> number = kord::KordScanUnsigned(at_, end_, 10);
+        *this = Scanner(number.stop, end_);
+        return number.value;
+    }
+
+    unsigned int modifiers() noexcept {
+        unsigned int flags = 0;
+        for (;; pass()) {
+            if (next_ == 'h') {
+                flags |= kord::flag_short;
+            } else if (next_ == 'l' || next_ == 'L') {
+                flags |= kord::flag_long;
+            } else {
+                return flags;
+            }
+        }
+    }
+
+    /// Where the placeholder ends whose conversion is next.
+    const T* behind() const noexcept { return at_ == end_ ? at_ : at_ + 1; }
+
+  private:
+    const T* at_;
+    const T* end_;
+    T next_;
+};
+
+} // namespace
+
+template <class T>
+kord::FormatSpec<T> kord::scan_placeholder(const T* from, const T* end) noexcept {
+    const T* const at = find_percent(from, end);
+    if (at == end) return {0, 0, 0, 0, end, end};
+    Scanner<T> scanner(at + 1, end);
+    unsigned int flags = scanner.flags();
+    const unsigned int width = scanner.number();
+    if (scanner.pass('*')) flags |= flag_width_star;
+    unsigned int precision = FormatSpec<T>::none;
+    if (scanner.pass('.')) {
+        precision = scanner.number();
+        if (scanner.pass('*')) flags |= flag_precision_star;
+    }
+    flags |= scanner.modifiers();
+    return {scanner.next(), flags, width, precision, at, scanner.behind()};
+}
+
+template kord::FormatSpec<char> kord::scan_placeholder(const char*, const char*) noexcept;
+template kord::FormatSpec<unsigned short> kord::scan_placeholder(const unsigned short*, const unsigned short*) noexcept;

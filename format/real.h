@@ -1,0 +1,17 @@
+#ifndef KORD_FORMAT_REAL_H
+#define KORD_FORMAT_REAL_H
+
+#include <cstddef>
+
+namespace kord {
+
+/// Room for every text of a real number, its sign and a terminator.
+inline constexpr std::size_t real_room = 32;
+
+/// Writes the text of `KordFromReal` with a point but without a terminator, and returns where it ends. All of the
+/// buffer, of `real_room`, may be written.
+char* real_text(double value, char* buffer, int precision, bool plus, bool nudge) noexcept;
+
+} // namespace kord
+
+#endif
