@@ -1,5 +1,5 @@
 // What the library does, on real input: on path names from a file, from standard input, or the list shipped beside this
-// program, and then on a text from a file, or the ledger shipped there too.
+// program, on a text from a file, or the ledger shipped there too, and in a report of the paths and numbers in them.
 //
 //     kord_tour [--all] [--text FILE] [FILE | -]
 
@@ -9,6 +9,7 @@
 #include <exception>
 #include <iostream>
 #include <string>
+#include <vector>
 
 namespace {
 
@@ -41,9 +42,13 @@ int main(int argc, char** argv) {
             return 1;
         }
     }
-    const auto split = [all](const std::string& name) {
-        tour_paths(name, all);
+    std::vector<astring> names;
+    Numbers numbers;
+    const auto split = [&](const std::string& name) {
+        names = tour_paths(name, all);
         return true;
     };
-    return run(paths, split) && run(text, tour_text) && std::cout.flush() ? 0 : 1;
+    const auto search = [&](const std::string& name) { return tour_text(name, numbers); };
+    const auto report = [&](const std::string&) { return tour_report(names, numbers, all); };
+    return run(paths, split) && run(text, search) && run("report", report) && std::cout.flush() ? 0 : 1;
 }

@@ -2,24 +2,54 @@
 #define KORD_EXAMPLES_TOUR_H
 
 #include <kord/range.h>
+#include <kord/string.h>
 
 #include <algorithm>
 #include <chrono>
 #include <limits>
 #include <string>
 #include <string_view>
+#include <type_traits>
+#include <vector>
 
 /// Splits the path names of a file, one a line, or with the name "-" of standard input, and prints the first of them,
-/// or all, as a table, and totals. Throws if the file cannot be opened.
-void tour_paths(const std::string& name, bool all);
+/// or all, as a table, and totals. Returns all paths with backslashes. Throws if the file cannot be opened.
+std::vector<astring> tour_paths(const std::string& name, bool all);
+
+/// The numbers of a text.
+struct Numbers {
+    std::vector<int> integers;       ///< the decimal ones
+    std::vector<double> reals;       ///< the same with their decimals
+    std::vector<unsigned int> codes; ///< the hexadecimal ones
+};
 
 /// Searches, compares and reads numbers in the text of a file, in both widths, and prints what it finds and how fast.
-/// Says whether the widths agree. Throws if the file cannot be read.
-bool tour_text(const std::string& name);
+/// Hands over the numbers and says whether the widths agree. Throws if the file cannot be read.
+bool tour_text(const std::string& name, Numbers& numbers);
+
+/// Formats what the other sections have read: some of the paths, or all, shortened in every way, and the numbers. Says
+/// whether the paths got short enough, the widths agree, and what cannot be formatted is empty.
+bool tour_report(const std::vector<astring>& paths, const Numbers& numbers, bool all);
+
+/// Columns of the terminal: what the environment's COLUMNS says or the system, otherwise 80; from 40 to 400.
+int terminal_width();
 
 /// The same characters for the standard library.
 inline std::string_view view(const KordCharacterRange<char>& text) {
     return {text.data(), text.length()};
+}
+
+/// A text in the width of S: every character becomes the one of the same code.
+template <class S, class T>
+S in_width(const KordCharacterRange<T>& text) {
+    S other;
+    other.reserve(text.length());
+    for (const T c : text) other += static_cast<typename S::value_type>(static_cast<std::make_unsigned_t<T>>(c));
+    return other;
+}
+template <class S>
+S in_width(const char* text) {
+    return in_width<S>(aliteral(text));
 }
 
 /// Seconds that `work` takes: the best of five passes, or of fewer once they have taken `limit` together.

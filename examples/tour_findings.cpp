@@ -3,8 +3,6 @@
 
 #include "tour_findings.h"
 
-#include "tour.h"
-
 #include <kord/chars.h>
 
 #include <algorithm>
@@ -19,15 +17,6 @@
 namespace {
 
 constexpr double time_limit = 0.05; // for the passes of one row, in seconds
-
-/// An 8-bit text in the width of S; a byte becomes the unit of the same code.
-template <class S>
-S in_width(const KordCharacterRange<char>& text) {
-    S wide;
-    wide.reserve(text.length());
-    for (const char c : text) wide += static_cast<typename S::value_type>(static_cast<unsigned char>(c));
-    return wide;
-}
 
 template <class T>
 unsigned int flags(T c) {
@@ -70,12 +59,12 @@ class Explorer {
     void sort_lines(const char* what, Compare compare);
     void read_numbers();
 
-    std::vector<Finding> findings() { return std::move(findings_); }
+    Findings findings() { return {std::move(findings_), std::move(numbers_)}; }
 
   private:
     void search(const Range& needle, const std::string& what, Find find, Find rfind);
-    template <class Read>
-    std::vector<double> read_all(const char* what, const std::vector<Range>& pieces, Read read);
+    template <class N>
+    std::vector<N> read_all(const char* what, const std::vector<Range>& pieces, N (Range::*read)() const noexcept);
     Finding& add(const std::string& what, double amount, double seconds, const char* unit);
     Finding& add_scan(const std::string& what, double seconds) { return add(what, text_.length(), seconds, "chars"); }
     double place(const Range& piece) const { return static_cast<double>(piece.begin() - text_.begin()); }
@@ -83,6 +72,7 @@ class Explorer {
     Range text_;
     std::vector<Range> lines_;
     std::vector<Finding> findings_;
+    Numbers numbers_;
 };
 
 template <class S>
@@ -170,20 +160,23 @@ void Explorer<S>::sort_lines(const char* what, Compare compare) {
 
 /// The number at the beginning of each piece, all of them read by one member function.
 template <class S>
-template <class Read>
-std::vector<double> Explorer<S>::read_all(const char* what, const std::vector<Range>& pieces, Read read) {
-    std::vector<double> numbers(pieces.size());
+template <class N>
+std::vector<N> Explorer<S>::read_all(const char* what, const std::vector<Range>& pieces,
+                                     N (Range::*read)() const noexcept) {
+    std::vector<N> numbers(pieces.size());
     const auto pass = [&] {
-        for (std::size_t i = 0; i != pieces.size(); ++i) numbers[i] = static_cast<double>((pieces[i].*read)());
+        for (std::size_t i = 0; i != pieces.size(); ++i) numbers[i] = (pieces[i].*read)();
     };
     const double seconds = best_time(pass, time_limit);
-    add(what, static_cast<double>(pieces.size()), seconds, "numbers").details = numbers;
+    Finding& finding = add(what, static_cast<double>(pieces.size()), seconds, "numbers");
+    finding.details.assign(numbers.begin(), numbers.end());
     return numbers;
 }
 
-std::string sum_of_integers(const std::vector<double>& numbers) {
-    std::int64_t sum = 0; // each number came from 32 bits, but a double could not hold every sum of them
-    for (const double number : numbers) sum += static_cast<std::int64_t>(number);
+template <class N>
+std::string sum_of_integers(const std::vector<N>& numbers) {
+    std::int64_t sum = 0; // a double could not hold every sum
+    for (const N number : numbers) sum += number;
     return "sum " + std::to_string(sum);
 }
 
@@ -216,20 +209,20 @@ void Explorer<S>::read_numbers() {
     pieces.found =
         std::to_string(decimals.size()) + " decimal, " + std::to_string(hexadecimals.size()) + " hexadecimal";
 
-    const std::vector<double> integers = read_all("numbers by as_int", decimals, &Range::as_int);
+    const std::vector<int>& integers = numbers_.integers;
+    numbers_.integers = read_all("numbers by as_int", decimals, &Range::as_int);
     const auto largest = std::count(integers.begin(), integers.end(), std::numeric_limits<int>::max());
     const auto smallest = std::count(integers.begin(), integers.end(), std::numeric_limits<int>::min());
     findings_.back().found = sum_of_integers(integers) + ", saturated " + std::to_string(largest) + " up, " +
                              std::to_string(smallest) + " down";
-    const std::vector<double> codes = read_all("numbers by as_unsigned", hexadecimals, &Range::as_unsigned);
-    findings_.back().found = sum_of_integers(codes);
-    const std::vector<double> reals = read_all("numbers by as_double", decimals, &Range::as_double);
-    findings_.back().found = sum_of_reals(reals);
+    numbers_.codes = read_all("numbers by as_unsigned", hexadecimals, &Range::as_unsigned);
+    findings_.back().found = sum_of_integers(numbers_.codes);
+    numbers_.reals = read_all("numbers by as_double", decimals, &Range::as_double);
+    findings_.back().found = sum_of_reals(numbers_.reals);
 }
 
 template <class S>
-std::vector<Finding> explore_as(const KordCharacterRange<typename S::value_type>& text,
-                                const std::vector<astring>& needles) {
+Findings explore_as(const KordCharacterRange<typename S::value_type>& text, const std::vector<astring>& needles) {
     using Range = KordCharacterRange<typename S::value_type>;
     Explorer<S> explorer(text);
     for (const astring& needle : needles) explorer.search(needle);
@@ -243,10 +236,10 @@ std::vector<Finding> explore_as(const KordCharacterRange<typename S::value_type>
 
 } // namespace
 
-std::vector<Finding> explore(const KordCharacterRange<char>& text, const std::vector<astring>& needles) {
+Findings explore(const KordCharacterRange<char>& text, const std::vector<astring>& needles) {
     return explore_as<astring>(text, needles);
 }
 
-std::vector<Finding> explore(const KordCharacterRange<unsigned short>& text, const std::vector<astring>& needles) {
+Findings explore(const KordCharacterRange<unsigned short>& text, const std::vector<astring>& needles) {
     return explore_as<ustring>(text, needles);
 }

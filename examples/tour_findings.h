@@ -1,7 +1,7 @@
 #ifndef KORD_EXAMPLES_TOUR_FINDINGS_H
 #define KORD_EXAMPLES_TOUR_FINDINGS_H
 
-#include <kord/string.h>
+#include "tour.h"
 
 #include <string>
 #include <vector>
@@ -15,9 +15,15 @@ struct Finding {
     const char* unit = "";       ///< what the rate counts
 };
 
+/// All rows, and the numbers that were read for the last ones.
+struct Findings {
+    std::vector<Finding> rows;
+    Numbers numbers;
+};
+
 /// Looks for every needle in a text, sorts its lines, counts its words and reads its numbers.
-std::vector<Finding> explore(const KordCharacterRange<char>& text, const std::vector<astring>& needles);
-std::vector<Finding> explore(const KordCharacterRange<unsigned short>& text, const std::vector<astring>& needles);
+Findings explore(const KordCharacterRange<char>& text, const std::vector<astring>& needles);
+Findings explore(const KordCharacterRange<unsigned short>& text, const std::vector<astring>& needles);
 
 /// What parts one number from the next, and what parts words. Zero-terminated.
 inline constexpr char tour_space[] = " \t\n\v\f\r";

@@ -167,7 +167,7 @@ double time_per_path(const std::vector<astring>& paths) {
 
 } // namespace
 
-void tour_paths(const std::string& name, bool all) {
+std::vector<astring> tour_paths(const std::string& name, bool all) {
     const Input input = read(name);
     std::cout << "Splitting path names from " << input.name << '\n';
     Sharing sharing;
@@ -183,4 +183,9 @@ void tour_paths(const std::string& name, bool all) {
                   << " ns to split a path (the best of five passes)\n";
     }
     if (input.too_long != 0) std::cout << input.too_long << " lines above the length limit were passed over\n";
+
+    std::vector<astring> names;
+    names.reserve(paths.size());
+    for (const KordSplitPath& path : paths) names.push_back(path.RawPathname());
+    return names;
 }

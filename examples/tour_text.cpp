@@ -1,7 +1,6 @@
 // A text searched, sorted and read for numbers in both widths. It may be of any size: a string would hold at most
 // 0x100000 characters, a range points to as many as there are.
 
-#include "tour.h"
 #include "tour_findings.h"
 
 #include <algorithm>
@@ -104,7 +103,7 @@ bool print(const std::vector<Finding>& narrow, const std::vector<Finding>& wide)
 
 } // namespace
 
-bool tour_text(const std::string& name) {
+bool tour_text(const std::string& name, Numbers& numbers) {
     const std::string bytes = read(name);
     const aliteral narrow(bytes.data(), bytes.data() + bytes.size());
     std::vector<unsigned short> units(bytes.size());
@@ -113,5 +112,8 @@ bool tour_text(const std::string& name) {
 
     std::cout << "\nSearching text from " << name << ": " << narrow.length() << " characters\n\n";
     const std::vector<astring> needles = choose_needles(narrow);
-    return print(explore(narrow, needles), explore(wide, needles));
+    Findings findings = explore(narrow, needles);
+    const bool agree = print(findings.rows, explore(wide, needles).rows);
+    numbers = std::move(findings.numbers);
+    return agree;
 }

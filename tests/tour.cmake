@@ -40,6 +40,64 @@ foreach(line "five_lines.txt: 99 characters\n"
   endif()
 endforeach()
 
+# Five paths shortened by hand, and the numbers of those five lines, in a report for a terminal of 80 columns.
+file(WRITE ${CMAKE_CURRENT_BINARY_DIR}/five_paths.txt [=[
+C:\dir1\dir2\dir3\dir4\dir5\file.txt
+//server/share/reports/2024/total
+x/../y.tar.TXT
+a name without any folder.text
+C:\archive\a-very-long-name-of-a-report.txt
+]=])
+set(ENV{COLUMNS} 80)
+execute_process(
+  COMMAND ${TOUR} --text ${CMAKE_CURRENT_BINARY_DIR}/five_lines.txt ${CMAKE_CURRENT_BINARY_DIR}/five_paths.txt
+  OUTPUT_VARIABLE text COMMAND_ERROR_IS_FATAL ANY)
+set(report [=[
+  path chars  kept%  ellipsis_middle               ellipsis_middle_fill
+                     ellipsis_end                  ellipsis_begin
+     1    36   75.7  C:\dir1\dir2\...\file.txt     C:\dir1\dir2\dir...\file.txt
+                     C:\dir1\dir2\dir3\dir4\di...  ...2\dir3\dir4\dir5\file.txt
+     2    33   81.8  \\server\share\...\total      \\server\share\repo...\total
+                     \\server\share\reports\20...  ...\share\reports\2024\total
+     4    30   93.3  a name without any folder...  a name without any folder...
+                     a name without any folder...  ...e without any folder.text
+     5    43   65.1  a-very-long-name-of-a-rep...  a-very-long-name-of-a-rep...
+                     C:\archive\a-very-long-na...  ...long-name-of-a-report.txt
+     3    14  100.0  x\..\y.tar.TXT                x\..\y.tar.TXT
+                     x\..\y.tar.TXT                x\..\y.tar.TXT
+Shortened to 28: 5 paths of 156 characters, in the modes to 119, 126, 126, 126
+
+                    count     smallest       median      largest
+integers                6  -2147483648           +5          +12
+hexadecimal             2         0x10         0x1f         0x1f
+reals                   2 decimals            6 decimals             16 digits
+smallest            -9999999999.00           -9999999999           -9999999999
+median                        5.00              5.000000                     5
+largest                      12.00             12.000000                    12
+sum                 -9999999969.50         -9999999969.5         -9999999969.5
+mean                -1666666661.58     -1666666661.58333    -1666666661.583333
+Both widths give the same lines.
+Refused for one integer: '%s' '%f' '%d of %d' '%*d' '%y' 'none': all empty
+Formatted 24 lines of 1742 characters.
+]=])
+string(FIND "${text}" "${report}" at)
+if(at EQUAL -1)
+  message(SEND_ERROR "The tour does not report:\n${report}\n${text}")
+endif()
+
+# All of them in turn, on a terminal with room for the four modes side by side; and on one that has hardly any.
+foreach(columns_and_room "120 23" "150 30" "1 8")
+  string(REGEX MATCH "(.*) (.*)" matched ${columns_and_room})
+  set(room ${CMAKE_MATCH_2})
+  set(ENV{COLUMNS} ${CMAKE_MATCH_1})
+  execute_process(COMMAND ${TOUR} --all ${CMAKE_CURRENT_BINARY_DIR}/five_paths.txt
+    OUTPUT_VARIABLE text COMMAND_ERROR_IS_FATAL ANY)
+  set(order "\n     1    36 .*\n     2    33 .*\n     3    14 .*\n     4    30 ")
+  if(NOT text MATCHES "${order}.*\nShortened to ${room}: 5 paths of 156 characters")
+    message(SEND_ERROR "The tour does not shorten to ${room}:\n${text}")
+  endif()
+endforeach()
+
 foreach(option "" --text)
   execute_process(COMMAND ${TOUR} ${option} no-such-file RESULT_VARIABLE status OUTPUT_QUIET ERROR_VARIABLE text)
   if(NOT status EQUAL 1 OR NOT text MATCHES "no-such-file")
