@@ -6,6 +6,7 @@
 
 #include <kord/body.h>
 
+#include <cstdint>
 #include <cstdlib>
 
 /// Making, growing and freeing string blocks: the only callers of `malloc`, `realloc` and `free`.
@@ -26,10 +27,11 @@ void set_size(BasicStringBody<T>* body, unsigned int c) noexcept {
     body->first()[c] = 0;
 }
 
-/// A block for `c` characters with a count of 1. Its slots are indeterminate but for the two terminators.
+/// A block for `room` characters with a count of 1. Its slots are indeterminate but for the two terminators.
 template <class T>
-BasicStringBody<T>* new_body(unsigned int c) {
-    if (c > detail::length_limit) fail_length();
+BasicStringBody<T>* new_body(std::uint64_t room) {
+    if (room > detail::length_limit) fail_length();
+    const auto c = static_cast<unsigned int>(room);
     auto* const body = static_cast<BasicStringBody<T>*>(std::malloc(BasicStringBody<T>::block_size(c)));
     if (body == nullptr) fail_memory();
     body->count = 1;

@@ -5,6 +5,8 @@
 
 #include <kord/basic_string.h>
 
+#include <cstdint>
+
 namespace kord {
 
 /// Sets what a string holds, as one of its members would.
@@ -27,7 +29,7 @@ template <class T>
 class Draft {
   public:
     /// Throws as `reserve` does.
-    explicit Draft(unsigned int room) : body_(new_body<T>(room)) {}
+    explicit Draft(std::uint64_t room) : body_(new_body<T>(room)) {}
     T* first() noexcept { return body_->first(); }
     /// Ends the text before `end` and lets the string take it over.
     void move_to(BasicString<T>& s, T* end) noexcept {

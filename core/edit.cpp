@@ -54,7 +54,7 @@ BasicString<T>& BasicString<T>::append(const KordCharacterRange<T>& r) {
     const std::size_t n = static_cast<std::size_t>(end_ - begin_);
     const unsigned int m = sum(n, k);
     const bool own = goes_with(body_, source, k);
-    if (body_ != nullptr && body_->owned_from(begin_) && m <= lengthLimit && body_->fits(m) && !own) {
+    if (!own && BasicStringBody<T>::serves(body_, begin_, m)) {
         // Most appends need nothing but the copy.
         T* const at = body_->first() + n;
         at[k] = 0;

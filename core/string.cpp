@@ -58,7 +58,7 @@ template <class T>
 
 template <class T>
 void BasicString<T>::reserve(unsigned int c) {
-    if (body_ == nullptr || c > lengthLimit || !body_->owned_from(begin_) || !body_->fits(c)) {
+    if (!BasicStringBody<T>::serves(body_, begin_, c)) {
         make_room(*this, body_, begin_, end_, c);
     } else if (c >= length()) {
         body_->first()[c] = 0;

@@ -49,24 +49,24 @@ struct DigitPairs {
 template <class T>
 inline constexpr DigitPairs<T> digit_pairs;
 
+/// Takes the last two digits off `n` and writes them before `end`; returns where they begin.
+template <class T, class U>
+[[gnu::always_inline]] inline T* write_pair(T* end, U& n) noexcept {
+    std::memcpy(end - 2, digit_pairs<T>.digits + 2 * (n % 100), 2 * sizeof(T));
+    n /= 100;
+    return end - 2;
+}
+
 /// Writes the decimal digits of `n`, the last one before `end`.
 template <class T, class U>
-void write_decimal(T* end, U n) noexcept {
+[[gnu::always_inline]] inline void write_decimal(T* end, U n) noexcept {
     if constexpr (sizeof(U) > sizeof(std::uint32_t)) {
-        while (n > std::numeric_limits<std::uint32_t>::max()) {
-            end -= 2;
-            std::memcpy(end, digit_pairs<T>.digits + 2 * (n % 100), 2 * sizeof(T));
-            n /= 100;
-        }
+        while (n > std::numeric_limits<std::uint32_t>::max()) end = write_pair(end, n);
     }
     auto rest = static_cast<std::uint32_t>(n);
-    while (rest >= 100) {
-        end -= 2;
-        std::memcpy(end, digit_pairs<T>.digits + 2 * (rest % 100), 2 * sizeof(T));
-        rest /= 100;
-    }
+    while (rest >= 100) end = write_pair(end, rest);
     if (rest >= 10) {
-        std::memcpy(end - 2, digit_pairs<T>.digits + 2 * rest, 2 * sizeof(T));
+        write_pair(end, rest);
     } else {
         end[-1] = static_cast<T>('0' + rest);
     }

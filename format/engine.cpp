@@ -36,15 +36,16 @@ constexpr unsigned int usual_precision = 6, most_usual_precision = 19;
 struct Conversions {
     Conversion rows[128];
     constexpr Conversions() {
-        rows['d'] = {'d', Kind::signed_integer, integer_room};
-        rows['i'] = {'d', Kind::signed_integer, integer_room};
-        rows['u'] = {'u', Kind::unsigned_integer, integer_room};
-        rows['x'] = {'u', Kind::hexadecimal, integer_room};
-        rows['X'] = {'u', Kind::hexadecimal, integer_room};
-        rows['c'] = {'c', Kind::character, 1};
-        rows['f'] = {'f', Kind::real, 13 + most_usual_precision}; // a greater precision adds what it has more
-        rows['s'] = {'s', Kind::text, 0};                         // its characters are in the length sum
+        set('d', {'d', Kind::signed_integer, integer_room});
+        set('i', {'d', Kind::signed_integer, integer_room});
+        set('u', {'u', Kind::unsigned_integer, integer_room});
+        set('x', {'u', Kind::hexadecimal, integer_room});
+        set('X', {'u', Kind::hexadecimal, integer_room});
+        set('c', {'c', Kind::character, 1});
+        set('f', {'f', Kind::real, 13 + most_usual_precision}); // a greater precision adds what it has more
+        set('s', {'s', Kind::text, 0});                         // its characters are in the length sum
     }
+    constexpr void set(char character, Conversion row) { rows[static_cast<unsigned char>(character)] = row; }
 };
 constexpr Conversions conversions;
 
@@ -112,7 +113,12 @@ template <class T>
     const T* const end = tmpl.end();
     for (const T* at = resume;;) {
         at = kord::find_percent(at, end);
-        if (at == end) return enter(*field, {0, 0, 0, 0, end, end}, resume, *signature, plan);
+        if (at == end) {
+            plan.room += static_cast<std::size_t>(end - resume);
+            field->spec.begin = end;
+            field->kind = Kind::none;
+            return *signature == '\0';
+        }
         if (end - at > 1 && conversion_of(at[1]).kind != Kind::none) { // nothing between, as in most
             if (!enter(*field, {at[1], 0, 0, FormatSpec<T>::none, at, at + 2}, resume, *signature, plan)) return false;
             at += 2;
@@ -152,6 +158,12 @@ template <class T>
 }
 
 template <class T>
+[[gnu::always_inline]] inline void put_signed(Output<T>& out, const FormatSpec<T>& spec, long value) noexcept {
+    if (value >= 0 && (spec.flags & kord::flag_blank)) out.put(' ');
+    out.put_decimal(spec.flags & kord::flag_plus ? '+' : '\0', value);
+}
+
+template <class T>
 [[gnu::always_inline]] inline void put_real(Output<T>& out, const FormatSpec<T>& spec, double value) noexcept {
     if ((spec.flags & kord::flag_blank) && value >= 0) out.put(' ');
     out.put_real(value, static_cast<int>(spec.precision == spec.none ? usual_precision : spec.precision),
@@ -164,10 +176,7 @@ template <class T>
     const FormatSpec<T>& spec = field.spec;
     switch (field.kind) {
     case Kind::none: break;
-    case Kind::signed_integer:
-        if (argument.d >= 0 && (spec.flags & kord::flag_blank)) out.put(' ');
-        out.put_decimal(spec.flags & kord::flag_plus ? '+' : '\0', argument.d);
-        break;
+    case Kind::signed_integer: put_signed(out, spec, argument.d); break;
     case Kind::unsigned_integer: out.put_decimal('\0', argument.u); break;
     case Kind::hexadecimal:
         if (spec.flags & kord::flag_alternate) {
@@ -190,9 +199,8 @@ void kord::format_typed(BasicString<T>& target, const KordCharacterRange<T>& tmp
     Field<T> fields[most_arguments + 1];
     Plan plan{lengthSum};
     if (!read(tmpl, signature, fields, plan)) return Fields<T>::set(target, nullptr, nullptr, nullptr);
-    const unsigned int room = detail::to_count(plan.room);
-    Draft<T> draft(room);
-    Output<T> output(draft.first(), room);
+    Draft<T> draft(plan.room);
+    Output<T> output(draft.first(), static_cast<std::size_t>(plan.room));
     const T* resume = tmpl.begin();
     for (const Field<T>* field = fields;; ++field) {
         const T* const begin = field->spec.begin;

@@ -24,6 +24,13 @@ bool is_digit(T c) noexcept {
     return kord::code_of(c) - '0' < 10;
 }
 
+/// '-' overrules '0', and '+' overrules ' '.
+constexpr unsigned int without_overruled(unsigned int flags) noexcept {
+    if (flags & kord::flag_left) flags &= ~static_cast<unsigned int>(kord::flag_zeros);
+    if (flags & kord::flag_plus) flags &= ~static_cast<unsigned int>(kord::flag_blank);
+    return flags;
+}
+
 /// Reads a placeholder from behind its '%' on, part by part. At the end of the template the next character is 0, which
 /// is no part but a conversion.
 template <class T>
@@ -50,9 +57,7 @@ class Scanner {
             if (place > Flags::last - Flags::first || flag_table.of[place] == 0) break;
             flags |= flag_table.of[place];
         }
-        if (flags & kord::flag_left) flags &= ~static_cast<unsigned int>(kord::flag_zeros);
-        if (flags & kord::flag_plus) flags &= ~static_cast<unsigned int>(kord::flag_blank);
-        return flags;
+        return flags == 0 ? 0 : without_overruled(flags);
     }
 
     /// Digits, 0 if there are none. A number of more than 32 bits is not passed.

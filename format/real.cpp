@@ -94,21 +94,23 @@ int decimal_exponent(double magnitude) noexcept {
 // ---- the forms: each writes to `to` and returns where its text ends
 // --------------------------------------------------
 
-/// Writes an integer with its last `decimals` digits behind a point, of which there may be 19 if only one digit stands
-/// before it, and 15 otherwise. Copies whole words: up to 31 characters may be written.
-char* write_with_point(char* to, std::uint64_t n, unsigned int decimals) noexcept {
-    constexpr unsigned int end = 24; // of the digits, between zeros
-    char digits[end + 16];
-    std::memset(digits, '0', sizeof digits);
-    kord::write_decimal(digits + end, n);
-    const unsigned int all = std::max(kord::decimal_digits(n), decimals + 1);
-    std::memcpy(to, digits + end - all, 17);
-    if (decimals == 0) return to + all;
-    to += all - decimals;
-    *to++ = '.';
-    std::memcpy(to, digits + end - decimals, 15);
-    if (decimals > 15) std::memcpy(to + 15, digits + end - decimals + 15, 4);
-    return to + decimals;
+/// Writes an integer with its last `decimals` digits behind a point.
+template <class U>
+char* write_with_point(char* to, U n, unsigned int decimals) noexcept {
+    char* at = to + std::max(kord::decimal_digits(n), decimals + 1);
+    if (decimals == 0) {
+        kord::write_decimal(at, n);
+        return at;
+    }
+    char* const end = ++at;
+    for (; decimals >= 2; decimals -= 2) at = kord::write_pair(at, n);
+    if (decimals != 0) {
+        *--at = static_cast<char>('0' + n % 10);
+        n /= 10;
+    }
+    *--at = '.';
+    kord::write_decimal(at, n);
+    return end;
 }
 
 /// Takes k zeros off the end of the decimals, if there are so many.
@@ -155,7 +157,9 @@ char* kord::real_text(double value, char* buffer, int precision, bool plus, bool
     const double magnitude = std::fabs(value);
     if (!with_decimals) return write_general(to, magnitude, precision < 0 ? 16 : 15);
     const auto decimals = static_cast<unsigned int>(precision);
-    return write_with_point(to, scaled(magnitude, decimals), decimals);
+    const std::uint64_t n = scaled(magnitude, decimals);
+    const auto small = static_cast<std::uint32_t>(n);
+    return small == n ? write_with_point(to, small, decimals) : write_with_point(to, n, decimals);
 }
 
 char* KordFromReal(double value, char* buffer, int precision, bool keepPlus, bool keepPoint, bool nudge) noexcept {

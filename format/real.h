@@ -8,8 +8,8 @@ namespace kord {
 /// Room for every text of a real number, its sign and a terminator.
 inline constexpr std::size_t real_room = 32;
 
-/// Writes the text of `KordFromReal` with a point but without a terminator, and returns where it ends. All of the
-/// buffer, of `real_room`, may be written.
+/// Writes the text of `KordFromReal`, with a point and without a terminator, and returns where it ends. The buffer has
+/// `real_room`.
 char* real_text(double value, char* buffer, int precision, bool plus, bool nudge) noexcept;
 
 } // namespace kord

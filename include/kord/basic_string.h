@@ -119,7 +119,11 @@ class KORD_API BasicString : public KordCharacterRange<T> {
     /// Unshares, sets the length to `n` and returns the characters for the caller to write: `n` and a zero. Those past
     /// the old length are indeterminate. Follow with `release_buffer`.
     T* get_buffer(unsigned int n) {
-        reserve(n);
+        if (BasicStringBody<T>::serves(body_, begin_, n)) {
+            body_->first()[n] = 0;
+        } else {
+            reserve(n);
+        }
         end_ = begin_ + n;
         return body_->first();
     }

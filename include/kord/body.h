@@ -36,6 +36,11 @@ struct BasicStringBody {
     /// first slot.
     bool owned_from(const T* begin) noexcept { return count <= 1 && begin == first(); }
 
+    /// May the string that starts at `begin` and holds `body`, or none, write `c` characters here as it is?
+    static bool serves(BasicStringBody* body, const T* begin, std::size_t c) noexcept {
+        return body != nullptr && body->owned_from(begin) && c <= kord::detail::length_limit && body->fits(c);
+    }
+
     /// Takes a reference to a block, if there is one.
     static BasicStringBody* retain(BasicStringBody* body) noexcept {
         if (body != nullptr) ++body->count;
@@ -44,9 +49,7 @@ struct BasicStringBody {
     /// Puts `c` and a terminator behind the text [begin, end) of a string with this block, if it may write here and
     /// there is room; says whether it did.
     static bool push(BasicStringBody* body, const T* begin, const T* end, T c) noexcept {
-        if (body == nullptr || !body->owned_from(begin)) return false;
-        const std::size_t bytes = static_cast<std::size_t>(end - begin) * sizeof(T);
-        if (bytes >= kord::detail::length_limit * sizeof(T) || bytes + sizeof(T) > body->capacity) return false;
+        if (!serves(body, begin, static_cast<std::size_t>(end - begin) + 1)) return false;
         T* const at = const_cast<T*>(end);
         at[0] = c;
         at[1] = T{};
