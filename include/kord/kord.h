@@ -5,8 +5,10 @@
 #include <kord/basic_string.h>
 #include <kord/body.h>
 #include <kord/chars.h>
+#include <kord/convert.h>
 #include <kord/errors.h>
 #include <kord/format.h>
+#include <kord/hash.h>
 #include <kord/list.h>
 #include <kord/path.h>
 #include <kord/range.h>
