@@ -30,7 +30,7 @@ template <class T>
         copy_two_words<std::uint32_t>(to, from, n);
     } else if (n >= 2) {
         copy_two_words<std::uint16_t>(to, from, n);
-    } else if (n != 0) {
+    } else if (count != 0) {
         *to = *from;
     }
 }

@@ -145,6 +145,42 @@ struct Lanes {
         return {_mm_cmpeq_epi16(both, _mm_set1_epi16(0xFF))};
     }
 
+    friend Lanes operator+(Lanes a, Lanes b) noexcept {
+        if constexpr (sizeof(T) == 1) return {_mm_add_epi8(a.v, b.v)};
+        return {_mm_add_epi16(a.v, b.v)};
+    }
+    /// All codes shifted by n bits.
+    template <int n>
+    static Lanes shift_left(Lanes a) noexcept {
+        static_assert(sizeof(T) == 2);
+        return {_mm_slli_epi16(a.v, n)};
+    }
+    template <int n>
+    static Lanes shift_right(Lanes a) noexcept {
+        static_assert(sizeof(T) == 2);
+        return {_mm_srli_epi16(a.v, n)};
+    }
+    /// The first, or the last, four of each, in turn.
+    static Lanes interleave_first(Lanes a, Lanes b) noexcept {
+        static_assert(sizeof(T) == 2);
+        return {_mm_unpacklo_epi16(a.v, b.v)};
+    }
+    static Lanes interleave_last(Lanes a, Lanes b) noexcept {
+        static_assert(sizeof(T) == 2);
+        return {_mm_unpackhi_epi16(a.v, b.v)};
+    }
+    /// The bytes of `a` at the given places, 0 for a place of 128 or more.
+    __attribute__((target("ssse3"))) static Lanes shuffle(Lanes a, const unsigned char (&places)[16]) noexcept {
+        return {_mm_shuffle_epi8(a.v, _mm_loadu_si128(reinterpret_cast<const __m128i*>(places)))};
+    }
+    /// Stores the first 8, or 12, bytes.
+    void store_8(void* p) const noexcept { _mm_storel_epi64(static_cast<__m128i*>(p), v); }
+    void store_12(void* p) const noexcept {
+        store_8(p);
+        const int end = _mm_cvtsi128_si32(_mm_srli_si128(v, 8));
+        std::memcpy(static_cast<char*>(p) + 8, &end, sizeof end);
+    }
+
     /// Are all codes below 128?
     bool is_ascii() const noexcept {
         if constexpr (sizeof(T) == 1) return _mm_movemask_epi8(v) == 0;
@@ -152,6 +188,11 @@ struct Lanes {
     }
     /// Of a comparison's result: the lanes that hold, as a word for `first_lane` and `last_lane`; 0 for none.
     unsigned int mask() const noexcept { return static_cast<unsigned int>(_mm_movemask_epi8(v)); }
+    /// The same with one bit a lane, the first one lowest.
+    unsigned int bits() const noexcept {
+        if constexpr (sizeof(T) == 1) return mask();
+        return static_cast<unsigned int>(_mm_movemask_epi8(_mm_packs_epi16(v, _mm_setzero_si128())));
+    }
     /// The mask of all lanes.
     static constexpr unsigned int all = 0xFFFF;
     static unsigned int first_lane(unsigned int mask) noexcept {
@@ -165,6 +206,24 @@ struct Lanes {
         return mask & ((1u << lane * sizeof(T)) - 1);
     }
 };
+
+/// The same 16 bytes as lanes of another width.
+template <class U, class T>
+Lanes<U> lanes_as(Lanes<T> a) noexcept {
+    return {a.v};
+}
+
+/// The first, or the last, eight bytes as units.
+inline Lanes<unsigned short> widen_first(Lanes<char> a) noexcept {
+    return {_mm_unpacklo_epi8(a.v, _mm_setzero_si128())};
+}
+inline Lanes<unsigned short> widen_last(Lanes<char> a) noexcept {
+    return {_mm_unpackhi_epi8(a.v, _mm_setzero_si128())};
+}
+/// Units below 256 as bytes, those of `a` first.
+inline Lanes<char> narrow(Lanes<unsigned short> a, Lanes<unsigned short> b) noexcept {
+    return {_mm_packus_epi16(a.v, b.v)};
+}
 
 #else
 
@@ -232,6 +291,30 @@ struct Lanes {
         return each([&](unsigned int i) { return a.v[i] < 256 && set.has(a.v[i]) ? ~0u : 0u; });
     }
 
+    friend Lanes operator+(Lanes a, Lanes b) noexcept {
+        return each([&](unsigned int i) { return a.v[i] + b.v[i]; });
+    }
+    template <int n>
+    static Lanes shift_left(Lanes a) noexcept {
+        return each([&](unsigned int i) { return a.v[i] << n; });
+    }
+    template <int n>
+    static Lanes shift_right(Lanes a) noexcept {
+        return each([&](unsigned int i) { return a.v[i] >> n; });
+    }
+    static Lanes interleave_first(Lanes a, Lanes b) noexcept {
+        return each([&](unsigned int i) { return i % 2 == 0 ? a.v[i / 2] : b.v[i / 2]; });
+    }
+    static Lanes interleave_last(Lanes a, Lanes b) noexcept {
+        return each([&](unsigned int i) { return (i % 2 == 0 ? a : b).v[(count + i) / 2]; });
+    }
+    static Lanes shuffle(Lanes a, const unsigned char (&places)[16]) noexcept {
+        static_assert(sizeof(T) == 1);
+        return each([&](unsigned int i) { return places[i] < 128 ? a.v[places[i] % 16] : 0; });
+    }
+    void store_8(void* p) const noexcept { std::memcpy(p, v, 8); }
+    void store_12(void* p) const noexcept { std::memcpy(p, v, 12); }
+
     bool is_ascii() const noexcept {
         unsigned int bits = 0;
         for (const Code c : v) bits |= c;
@@ -243,6 +326,7 @@ struct Lanes {
         for (unsigned int i = 0; i != count; ++i) bits |= (v[i] & 1u) << i;
         return bits;
     }
+    unsigned int bits() const noexcept { return mask(); }
     static unsigned int first_lane(unsigned int mask) noexcept {
         return static_cast<unsigned int>(__builtin_ctz(mask));
     }
@@ -261,6 +345,27 @@ struct Lanes {
         return r;
     }
 };
+
+template <class U, class T>
+Lanes<U> lanes_as(Lanes<T> a) noexcept {
+    return std::bit_cast<Lanes<U>>(a);
+}
+
+inline Lanes<unsigned short> widen_first(Lanes<char> a) noexcept {
+    Lanes<unsigned short> r;
+    for (unsigned int i = 0; i != 8; ++i) r.v[i] = a.v[i];
+    return r;
+}
+inline Lanes<unsigned short> widen_last(Lanes<char> a) noexcept {
+    Lanes<unsigned short> r;
+    for (unsigned int i = 0; i != 8; ++i) r.v[i] = a.v[8 + i];
+    return r;
+}
+inline Lanes<char> narrow(Lanes<unsigned short> a, Lanes<unsigned short> b) noexcept {
+    Lanes<char> r;
+    for (unsigned int i = 0; i != 16; ++i) r.v[i] = static_cast<unsigned char>(i < 8 ? a.v[i] : b.v[i - 8]);
+    return r;
+}
 
 #endif
 

@@ -81,7 +81,7 @@ unsigned int hexadecimal_digits(U n) noexcept {
 template <class T, class U>
 void write_hexadecimal(T* end, U n, const char (&digits)[17]) noexcept {
     do {
-        *--end = static_cast<T>(digits[n % 16]);
+        *--end = static_cast<T>(static_cast<unsigned char>(digits[n % 16]));
         n /= 16;
     } while (n != 0);
 }

@@ -198,7 +198,7 @@ void kord::format_typed(BasicString<T>& target, const KordCharacterRange<T>& tmp
                         std::uint64_t lengthSum, const Argument<T>* arguments) {
     Field<T> fields[most_arguments + 1];
     Plan plan{lengthSum};
-    if (!read(tmpl, signature, fields, plan)) return Fields<T>::set(target, nullptr, nullptr, nullptr);
+    if (!read(tmpl, signature, fields, plan)) return Fields<T>::adopt(target, nullptr, nullptr, nullptr);
     Draft<T> draft(plan.room);
     Output<T> output(draft.first(), static_cast<std::size_t>(plan.room));
     const T* resume = tmpl.begin();

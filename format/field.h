@@ -38,7 +38,7 @@ struct Output {
     [[gnu::always_inline]] void put_decimal(char sign, unsigned long n) noexcept {
         const unsigned int digits = decimal_digits(n) + (sign != 0);
         if (!has_room(digits)) return;
-        *at = static_cast<T>(sign); // overwritten if there is none
+        *at = static_cast<T>(static_cast<unsigned char>(sign)); // overwritten if there is none
         at += digits;
         write_decimal(at, n);
     }

@@ -44,6 +44,37 @@ TYPED_TEST(Memory, AnEditAllocatesOneBlockOrNone) {
     EXPECT_EQ(blocks([&] { t.assign(s, 2, 9).assign(s.substr(3), 0, 2); }), 0);
 }
 
+TYPED_TEST(Memory, FormattingAllocatesItsResultAndNothingElse) {
+    using S = String<TypeParam>;
+    const S one = make<TypeParam>("%5d"), two = make<TypeParam>("%s=%f"), texts = make<TypeParam>("%s and %s");
+    const S wrong = make<TypeParam>("%s");
+    S percents(3000u, '%');
+    percents.append(one);
+    const S name = make<TypeParam>("name"), path = make<TypeParam>("c:\\some\\folders\\name");
+    S s = make<TypeParam>("old text that has a block of its own");
+    const S sharer = s;
+    const long before = heap.blocks;
+    const auto blocks = [&](auto call) { return heap.fail_each(call, [&] { EXPECT_EQ(show(s), show(sharer)); }); };
+    EXPECT_EQ(blocks([&] { S(s).format(one, 7L); }), 1);
+    EXPECT_EQ(blocks([&] { S(s).format(two, name, 2.5); }), 1);
+    EXPECT_EQ(blocks([&] { S(s).format(texts, name, s); }), 1);
+    EXPECT_EQ(blocks([&] { S(s).format(percents, 7L); }), 1);
+    EXPECT_EQ(blocks([&] { S(s).format(wrong, 7L); }), 0);
+    EXPECT_EQ(blocks([&] { S(s).format(7L).format(7UL).format(-7.5); }), 1); // as large as the old text
+    EXPECT_EQ(blocks([&] { S(path).format_path(16, S::ellipsis_middle); }), 1);
+    EXPECT_EQ(blocks([&] { S(path).format_path(16, S::ellipsis_begin).format_path(9, S::ellipsis_end); }), 1);
+    EXPECT_EQ(blocks([&] { s.format(two, s, 0.5); }), 1);
+    EXPECT_EQ(heap.blocks, before + 1);
+}
+
+TEST(PrintfMemory, FormattingAllocatesItsResultOnly) {
+    astring s("old");
+    EXPECT_EQ(heap.fail_each([&] { s.format_unchecked("%s %d %5.2f", s.c_str(), 7, 2.5); },
+                             [&] { EXPECT_EQ(show(s), "old"); }),
+              1);
+    EXPECT_EQ(show(s), "old 7  2.50");
+}
+
 TEST(PathMemory, SplittersAreUnchangedAndLeakNothing) {
     const long blocks = heap.blocks, nodes = heap.nodes;
     {
@@ -78,6 +109,7 @@ TEST(PathMemory, OnlyItemsThatStayGetANode) {
 
 TYPED_TEST(Memory, NothingIsReadOrWrittenBesideAText) {
     using S = String<TypeParam>;
+    const S two = make<TypeParam>("%s%%%s");
     for (unsigned int n = 0; n != 70; ++n) {
         for (const bool low : {false, true}) {
             const GuardedText<TypeParam> source(n, low);
@@ -85,7 +117,11 @@ TYPED_TEST(Memory, NothingIsReadOrWrittenBesideAText) {
             EXPECT_EQ(S(source.data(), n).append(r).insert(n / 2, r).length(), 3 * n);
             EXPECT_EQ(S(source.data(), n).assign(r).replace(0, 1, r).length(), n < 2 ? n : 2 * n - 1);
             EXPECT_EQ(S(nullptr, source.data(), n).make_upper().length(), n);
+            EXPECT_EQ(S().format(two, r, r).length(), 2 * n + 1);
+            EXPECT_TRUE(S().format(r, 7).empty());
             if (n == 0) continue;
+            source.data()[n - 1] = '%'; // a template that ends in the middle of a placeholder
+            EXPECT_TRUE(S().format(r, 7).empty());
             source.data()[n - 1] = 0; // measured up to the last character before the guard
             EXPECT_EQ(S(source.data()).length(), n - 1);
         }

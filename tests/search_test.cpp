@@ -1,25 +1,15 @@
 // The searches: the conventions by rows, and everything against searches that look at one character after the other.
+#include "support/dice.h"
 #include "support/guard.h"
 #include "support/text.h"
 
 #include <kord/chars.h>
 
 #include <algorithm>
-#include <random>
 
 namespace {
 
 constexpr unsigned int npos = 0xFFFFFFFF;
-
-class Dice {
-  public:
-    explicit Dice(unsigned int seed) : random_(seed) {}
-    /// A number below n.
-    unsigned int operator()(std::size_t n) { return static_cast<unsigned int>(random_() % n); }
-
-  private:
-    std::mt19937 random_;
-};
 
 template <class T>
 class Search : public ::testing::Test {};

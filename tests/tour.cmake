@@ -98,7 +98,63 @@ foreach(columns_and_room "120 23" "150 30" "1 8")
   endif()
 endforeach()
 
-foreach(option "" --text)
+# A text counted by hand, in every class of characters, with a line that Latin-1 has and one that it has not.
+file(WRITE ${CMAKE_CURRENT_BINARY_DIR}/four_scripts.txt "Olá, mañana\r\nΩμέγα ÷ 2 😀\n€ 漢字\n𐍈 Þ\n")
+execute_process(COMMAND ${TOUR} --utf8 ${CMAKE_CURRENT_BINARY_DIR}/four_scripts.txt
+  OUTPUT_VARIABLE text COMMAND_ERROR_IS_FATAL ANY)
+foreach(line "four_scripts.txt: 55 bytes\n"
+    "\nbytes a character +1 +2 +3 +4 +all\ncharacters +20 +9 +3 +2 +34\n"
+    "\nUTF-8 to UTF-16 +36 units +[0-9.]+ million"
+    "\nUTF-16 to UTF-8 +55 bytes +[0-9.]+ million"
+    "\nThe text comes back byte for byte[.]\n"
+    "\nLatin-1 keeps 11 of 11 units: Olá, mañana\n"
+    "\nLatin-1 keeps 5 of 12 units: [?][?][?][?][?] ÷ 2 [?][?]\n")
+  if(NOT text MATCHES "${line}")
+    message(SEND_ERROR "The tour does not say: ${line}\n${text}")
+  endif()
+endforeach()
+
+# What is not UTF-8 is read as the library reads it: a first byte alone, an encoded surrogate, an overlong form of four
+# bytes, and a character that the end cuts off.
+string(ASCII 97 195 40 237 160 128 122 240 128 128 175 226 130 bytes)
+file(WRITE ${CMAKE_CURRENT_BINARY_DIR}/malformed.txt "${bytes}")
+execute_process(COMMAND ${TOUR} --utf8 ${CMAKE_CURRENT_BINARY_DIR}/malformed.txt
+  OUTPUT_VARIABLE text COMMAND_ERROR_IS_FATAL ANY)
+if(NOT text MATCHES "\nMalformed at byte 1; read all the same, as 6 units, 1 of them U[+]FFFD[.]\n")
+  message(SEND_ERROR "The tour does not tell of malformed text:\n${text}")
+endif()
+
+# For each hash a pair of paths that it cannot tell apart, one path twice, and one with bytes above 0x7F.
+file(WRITE ${CMAKE_CURRENT_BINARY_DIR}/colliding_paths.txt [=[
+brown/keel143
+ochre/anchor6010
+grey/rope497
+grey/crate568
+blue/keel892
+grey/keel2930
+black/crate405
+coral/oar9080
+white/anchor183
+white/anchor220
+grey/rope497
+žluť/loď.txt
+]=])
+execute_process(COMMAND ${TOUR} ${CMAKE_CURRENT_BINARY_DIR}/colliding_paths.txt
+  OUTPUT_VARIABLE text COMMAND_ERROR_IS_FATAL ANY)
+foreach(line "\nFingerprints of 11 distinct paths, in 16 buckets\n"
+    "\nFowlerNollVo +B60A5F06 +1 +6 +1.45 "
+    "\nJenkins +A12386C9 +1 +7 +1.45 "
+    "\nOneAtATime +0079A93A +1 +7 +1.45 "
+    "\nObjectSpace +6A53B086 +1 +7 +1.45 "
+    "\nRamakrishnaZobel +5101145D +1 +9 +1.18 "
+    "\nby chance +0.00 +8.1 +1.31\n"
+    "\nBoth forms of each hash agree[.]\n")
+  if(NOT text MATCHES "${line}")
+    message(SEND_ERROR "The tour does not say: ${line}\n${text}")
+  endif()
+endforeach()
+
+foreach(option "" --text --utf8)
   execute_process(COMMAND ${TOUR} ${option} no-such-file RESULT_VARIABLE status OUTPUT_QUIET ERROR_VARIABLE text)
   if(NOT status EQUAL 1 OR NOT text MATCHES "no-such-file")
     message(SEND_ERROR "A missing file is not reported: ${status} ${text}")

@@ -366,6 +366,14 @@ class KORD_API BasicString : public KordCharacterRange<T> {
         body_ = body;
     }
 
+    /// Makes `s` view [begin, end) of `body`, with the reference that the caller hands over, and drops what it held.
+    static void adopt(BasicString<T>& s, BasicStringBody<T>* body, const T* begin, const T* end) noexcept {
+        if (s.body_ != nullptr) release(s.body_);
+        s.body_ = body;
+        s.begin_ = begin;
+        s.end_ = end;
+    }
+
     /// Gives back a reference to a block, if there is one, and frees the block if it was the last. Not told which
     /// string it is for, so that a string that is only looked at can stay in registers.
     static void release(BasicStringBody<T>* body) noexcept;

@@ -23,9 +23,16 @@ extern KORD_API const char kordSignatureSS[3];
 /// values of their type. Where none does there is no such call.
 namespace kord::detail {
 
+#ifdef __cpp_char8_t
+using Byte8 = char8_t;
+#else
+using Byte8 = char;
+#endif
+
 template <class N>
 inline constexpr bool is_character =
-    std::is_same_v<N, char> || std::is_same_v<N, wchar_t> || std::is_same_v<N, char16_t> || std::is_same_v<N, char32_t>;
+    std::is_same_v<N, char> || std::is_same_v<N, wchar_t> || std::is_same_v<N, Byte8> || std::is_same_v<N, char16_t> ||
+    std::is_same_v<N, char32_t>;
 
 /// Numbers have an arithmetic type, or are enumerators that convert to one; characters are none.
 template <class N>
