@@ -181,6 +181,11 @@ struct Lanes {
         std::memcpy(static_cast<char*>(p) + 8, &end, sizeof end);
     }
 
+    /// The mask of the bytes whose top bit is set.
+    unsigned int top_bits() const noexcept {
+        static_assert(sizeof(T) == 1);
+        return mask();
+    }
     /// Are all codes below 128?
     bool is_ascii() const noexcept {
         if constexpr (sizeof(T) == 1) return _mm_movemask_epi8(v) == 0;
@@ -315,6 +320,12 @@ struct Lanes {
     void store_8(void* p) const noexcept { std::memcpy(p, v, 8); }
     void store_12(void* p) const noexcept { std::memcpy(p, v, 12); }
 
+    unsigned int top_bits() const noexcept {
+        static_assert(sizeof(T) == 1);
+        unsigned int bits = 0;
+        for (unsigned int i = 0; i != count; ++i) bits |= static_cast<unsigned int>(v[i]) >> 7 << i;
+        return bits;
+    }
     bool is_ascii() const noexcept {
         unsigned int bits = 0;
         for (const Code c : v) bits |= c;
