@@ -143,7 +143,8 @@ TEST_F(Convert, LiteralCounts) {
     EXPECT_EQ(ConvertUtf8(bytes, to_units, 0), to_units);
     EXPECT_EQ(CountUtf8(units, 0) + CountUtf8(bytes, 0), 0u);
     static_assert(std::is_same_v<decltype(CountUtf8(bytes, std::size_t{1})), unsigned long>);
-    static_assert(noexcept(ConvertAnsi(units, to_bytes, 0))&& noexcept(ConvertUtf8(units, to_bytes, 0)));
+    static_assert(noexcept(ConvertAnsi(units, to_bytes, 0)));
+    static_assert(noexcept(ConvertUtf8(units, to_bytes, 0)));
 }
 
 // The model itself is held to rows written by hand.
@@ -241,7 +242,7 @@ TEST_F(Convert, NothingIsWrittenBehindTheCountOfMalformedUnits) {
 TEST_F(Convert, ShortByteSequencesAreReadByTheRules) {
     const unsigned char nasty[] = {0,    0x41, 0x7F, 0x80, 0x9F, 0xA0, 0xBF, 0xC0, 0xC1, 0xC3,
                                    0xDF, 0xE0, 0xE2, 0xED, 0xEF, 0xF0, 0xF4, 0xF7, 0xF8, 0xFF};
-    const unsigned char few[] = {0x41, 0x80, 0x8F, 0x90, 0xBF, 0xC3, 0xE2, 0xF0, 0xF4, 0xFF};
+    const unsigned char few[] = {0x41, 0x80, 0x8F, 0x90, 0xC3, 0xE2, 0xF0, 0xF4, 0xFF};
     std::vector<Utf8> pieces = sequences<unsigned char>(nasty, 3);
     add(pieces, sequences<unsigned char>(few, 4));
     for (const Utf8& piece : pieces) {
@@ -275,11 +276,15 @@ TEST_F(Convert, BytesAreReadAtEveryOffsetIntoEveryRoom) {
                            {0xC0, 0x80},
                            {0xE0, 0x80, 0x80},
                            {0xF0, 0x8F, 0xBF, 0xBF},
-                           {0xF4, 0x90, 0x80, 0x80}};
+                           {0xF4, 0x90, 0x80, 0x80},
+                           {0xF8, 0x80, 0x80, 0x80},
+                           {0xF7, 0xBF, 0xBF, 0xBF}};
     for (const Utf8& piece : pieces) {
         for (const Utf8& filler : fillers8) {
-            for (std::size_t offset = 0; offset != 41; ++offset)
+            for (std::size_t offset = 0; offset != 100; ++offset) {
                 ASSERT_EQ(reading_fault(embed(filler, offset, piece, 27 - offset % 27)), "");
+                ASSERT_EQ(whole_reading_fault(embed(filler, offset, piece, 150)), "");
+            }
         }
     }
 }
@@ -329,11 +334,25 @@ TEST_F(Convert, LongTextsComeBackAsTheyWent) {
         ASSERT_EQ(ConvertUtf8(bytes.data(), back.data(), back.size()), back.data() + back.size());
         ASSERT_TRUE(back == text);
     }
-    for (const Utf8& wrong : {Utf8(99999, 0x80), Utf8(99999, 0xFF), Utf8(99999, 0xE2)}) {
-        const Decoded all(wrong);
-        Utf16 back(CountUtf8(wrong.data(), wrong.size()));
+}
+
+/// Every value in a form of so many bytes more than one, whether that is its form or not; of four bytes every seventh.
+Utf8 every_form(unsigned int more) {
+    const unsigned int leads[] = {0, 0xC0, 0xE0, 0xF0}, ends[] = {0x80, 0x800, 0x10000, 0x200000};
+    Utf8 text;
+    for (unsigned int value = 0; value < ends[more]; value += more == 3 ? 7 : 1) {
+        text.push_back(static_cast<unsigned char>(leads[more] + (value >> 6 * more)));
+        for (unsigned int i = more; i-- != 0;) text.push_back(static_cast<unsigned char>(0x80 + (value >> 6 * i) % 64));
+    }
+    return text;
+}
+
+TEST_F(Convert, LongTextsAreReadByTheirValuesWhateverTheForm) {
+    for (const Utf8& text : {every_form(1), every_form(2), every_form(3), Utf8(99999, 0x80), Utf8(99999, 0xE2)}) {
+        const Decoded all(text);
+        Utf16 back(CountUtf8(text.data(), text.size()));
         ASSERT_EQ(back.size(), all.text.size());
-        ASSERT_EQ(ConvertUtf8(wrong.data(), back.data(), back.size()), back.data() + back.size());
+        ASSERT_EQ(ConvertUtf8(text.data(), back.data(), back.size()), back.data() + back.size());
         ASSERT_TRUE(back == all.text);
     }
 }

@@ -7,7 +7,6 @@
 
 #include <array>
 #include <cstdint>
-#include <span>
 #include <string>
 #include <string_view>
 #include <type_traits>
@@ -45,8 +44,7 @@ std::uint32_t jenkins(std::string_view text) {
     Words w;
     std::uint32_t* const words[] = {&w.a, &w.b, &w.c};
     const std::size_t blocks = text.size() - text.size() % 12;
-    for (std::size_t i = 0; i != text.size(); ++i) {
-        if (i == blocks) break;
+    for (std::size_t i = 0; i != blocks; ++i) {
         *words[i % 12 / 4] += static_cast<std::uint32_t>(static_cast<unsigned char>(text[i])) << 8 * (i % 4);
         if (i % 12 == 11) w.mix();
     }
@@ -151,14 +149,13 @@ TEST(Hash, OnlyATerminatedTextEndsAtAZero) {
 TEST(Hash, LengthsMayBeAnyInteger) {
     const char text[] = "abc";
     static_assert(std::is_same_v<decltype(Jenkins(text, 0)), unsigned long>);
-    static_assert(noexcept(Jenkins(text, 3))&& noexcept(ObjectSpace(text, 3))&& noexcept(FowlerNollVo(text)));
-    for (const unsigned long hash : {Jenkins(text, 3), Jenkins(text, 3u), Jenkins(text, 3l), Jenkins(text, 3ul),
-                                     Jenkins(text, 3ll), Jenkins(text, sizeof text - 1), Jenkins(text, text + 3)})
-        EXPECT_EQ(hash, 0x251E4793u);
-    for (const unsigned long hash :
-         {ObjectSpace(text, 3), ObjectSpace(text, 3u), ObjectSpace(text, 3l), ObjectSpace(text, 3ul),
-          ObjectSpace(text, 3ll), ObjectSpace(text, sizeof text - 1), ObjectSpace(text, text + 3)})
-        EXPECT_EQ(hash, 0x2B5D841Du);
+    static_assert(noexcept(Jenkins(text, 3)));
+    // clang-format off
+    const unsigned long jenkins[] = {Jenkins(text, 3), Jenkins(text, 3u), Jenkins(text, 3l), Jenkins(text, 3ul), Jenkins(text, 3ll), Jenkins(text, 3ull)};
+    const unsigned long object[] = {ObjectSpace(text, 3), ObjectSpace(text, 3u), ObjectSpace(text, 3l), ObjectSpace(text, 3ul), ObjectSpace(text, 3ll), ObjectSpace(text, 3ull)};
+    // clang-format on
+    for (const unsigned long hash : jenkins) EXPECT_EQ(hash, 0x251E4793u);
+    for (const unsigned long hash : object) EXPECT_EQ(hash, 0x2B5D841Du);
     EXPECT_EQ(Jenkins(text, 0), 0xBD49D10D);
     EXPECT_EQ(ObjectSpace(text, 0), 0u);
 }
