@@ -1,11 +1,11 @@
 // What the library does, on real input: on path names from a file, from standard input, or the list shipped beside this
-// program, on a text from a file, or the ledger shipped there too, and in a report of the paths and numbers in them.
+// program, on a text from a file, or the ledger shipped there too, in a report of the paths and numbers in them, on a
+// text in many languages from a file of UTF-8, or the one shipped, and in fingerprints of the paths.
 //
-//     kord_tour [--all] [--text FILE] [FILE | -]
+//     kord_tour [--all] [--text FILE] [--utf8 FILE] [FILE | -]
 
 #include "tour.h"
 
-#include <cstring>
 #include <exception>
 #include <iostream>
 #include <string>
@@ -29,16 +29,18 @@ bool run(const std::string& name, const Section& section) {
 int main(int argc, char** argv) {
     std::string paths = KORD_TOUR_DATA "/paths.txt";
     std::string text = KORD_TOUR_DATA "/ledger.txt";
+    std::string utf8 = KORD_TOUR_DATA "/languages.txt";
     bool all = false;
     for (int i = 1; i != argc; ++i) {
-        if (std::strcmp(argv[i], "--all") == 0) {
+        const std::string argument = argv[i];
+        if (argument == "--all") {
             all = true;
-        } else if (std::strcmp(argv[i], "--text") != 0) {
-            paths = argv[i];
+        } else if (argument != "--text" && argument != "--utf8") {
+            paths = argument;
         } else if (++i != argc) {
-            text = argv[i];
+            (argument == "--text" ? text : utf8) = argv[i];
         } else {
-            std::cerr << "kord_tour: --text needs the name of a file\n";
+            std::cerr << "kord_tour: " << argument << " needs the name of a file\n";
             return 1;
         }
     }
@@ -50,5 +52,8 @@ int main(int argc, char** argv) {
     };
     const auto search = [&](const std::string& name) { return tour_text(name, numbers); };
     const auto report = [&](const std::string&) { return tour_report(names, numbers, all); };
-    return run(paths, split) && run(text, search) && run("report", report) && std::cout.flush() ? 0 : 1;
+    const auto fingerprint = [&](const std::string&) { return tour_hashes(names); };
+    const bool good = run(paths, split) && run(text, search) && run("report", report) && run(utf8, tour_encodings) &&
+                      run("fingerprints", fingerprint);
+    return good && std::cout.flush() ? 0 : 1;
 }

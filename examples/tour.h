@@ -31,6 +31,18 @@ bool tour_text(const std::string& name, Numbers& numbers);
 /// whether the paths got short enough, the widths agree, and what cannot be formatted is empty.
 bool tour_report(const std::vector<astring>& paths, const Numbers& numbers, bool all);
 
+/// Takes the UTF-8 text of a file to UTF-16 and back, and a line of it to Latin-1, and prints how many characters of
+/// each kind it has and how fast that is. Says whether nothing but what Latin-1 does not have was lost. Throws if the
+/// file cannot be read.
+bool tour_encodings(const std::string& name);
+
+/// Takes fingerprints of all distinct paths with every hash and prints how well they spread. Says whether each hash is
+/// the same by pointers and by the string.
+bool tour_hashes(std::vector<astring> paths);
+
+/// The bytes of a file, fewer than positions can count. Throws if it cannot be read or is longer.
+std::string read_file(const std::string& name);
+
 /// Columns of the terminal: what the environment's COLUMNS says or the system, otherwise 80; from 40 to 400.
 int terminal_width();
 

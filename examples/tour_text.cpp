@@ -4,31 +4,14 @@
 #include "tour_findings.h"
 
 #include <algorithm>
-#include <array>
 #include <cstddef>
-#include <fstream>
 #include <iomanip>
 #include <iostream>
 #include <map>
 #include <sstream>
-#include <stdexcept>
 #include <utility>
 
 namespace {
-
-std::string read(const std::string& name) {
-    std::ifstream file(name, std::ios::binary);
-    if (!file) throw std::ios_base::failure("cannot open it");
-    std::string bytes;
-    std::array<char, 0x10000> block;
-    do {
-        file.read(block.data(), block.size());
-        bytes.append(block.data(), static_cast<std::size_t>(file.gcount()));
-    } while (file);
-    if (file.bad()) throw std::ios_base::failure("cannot read it");
-    if (bytes.size() >= aliteral::npos) throw std::length_error("too long, positions have 32 bits");
-    return bytes;
-}
 
 using Counts = std::map<std::string_view, int>;
 
@@ -104,7 +87,7 @@ bool print(const std::vector<Finding>& narrow, const std::vector<Finding>& wide)
 } // namespace
 
 bool tour_text(const std::string& name, Numbers& numbers) {
-    const std::string bytes = read(name);
+    const std::string bytes = read_file(name);
     const aliteral narrow(bytes.data(), bytes.data() + bytes.size());
     std::vector<unsigned short> units(bytes.size());
     std::transform(bytes.begin(), bytes.end(), units.begin(), [](char c) { return static_cast<unsigned char>(c); });

@@ -336,7 +336,7 @@ TEST_F(Convert, LongTextsComeBackAsTheyWent) {
     }
 }
 
-/// Every value in a form of so many bytes more than one, whether that is its form or not; of four bytes every seventh.
+/// Every value in its form of so many bytes behind the first, even if a shorter one would do; of three every seventh.
 Utf8 every_form(unsigned int more) {
     const unsigned int leads[] = {0, 0xC0, 0xE0, 0xF0}, ends[] = {0x80, 0x800, 0x10000, 0x200000};
     Utf8 text;
