@@ -4,6 +4,8 @@
 
 #include <kord/convert.h>
 
+#include <cstdint>
+
 namespace {
 
 using Bytes = kord::Lanes<char>;
@@ -11,14 +13,25 @@ using Units = kord::Lanes<unsigned short>;
 
 constexpr std::size_t block = Bytes::count;
 
+void widen_block(const char* from, unsigned short* to) noexcept {
+    const Bytes bytes = Bytes::load(from);
+    widen_first(bytes).store(to);
+    widen_last(bytes).store(to + Units::count);
+}
+
 } // namespace
 
 void kord::convert(const char* from, std::size_t n, unsigned short* to) noexcept {
-    for (; n >= block; n -= block, from += block, to += block) {
-        const Bytes bytes = Bytes::load(from);
-        widen_first(bytes).store(to);
-        widen_last(bytes).store(to + Units::count);
+    if (n >= 2 * block) {
+        // A string's units begin in the middle of 16 bytes. The first block is begun again there, as stores that cross
+        // cache lines are slow.
+        widen_block(from, to);
+        const std::size_t skipped = (-reinterpret_cast<std::uintptr_t>(to) % block) / sizeof *to;
+        from += skipped;
+        to += skipped;
+        n -= skipped;
     }
+    for (; n >= block; n -= block, from += block, to += block) widen_block(from, to);
     for (; n != 0; --n) *to++ = widen(*from++);
 }
 

@@ -304,8 +304,10 @@ template <class S>
 template <bool shuffles, unsigned int blocks>
 [[gnu::always_inline]] inline void decode_stretches(const unsigned char*& at, unsigned short*& to,
                                                     const unsigned short* end) noexcept {
-    // No unit takes less than a byte: where there is room for so many units, so many bytes can be read.
-    while (end - to >= static_cast<std::ptrdiff_t>(blocks + 1) * block) {
+    // No unit takes less than a byte: where there is room for so many units, so many bytes can be read. The last block
+    // that is decoded begins before the end of the stretch by more than a window.
+    constexpr std::ptrdiff_t room = Stretch<blocks>::size + block - kord::Spreads::window;
+    while (end - to >= room) {
         const Stretch<blocks> stretch(at);
         if (stretch.others == 0) {
             for (unsigned int i = 0; i != blocks; ++i, at += block, to += block) {
@@ -316,7 +318,7 @@ template <bool shuffles, unsigned int blocks>
         } else if (shuffles && stretch.is_regular()) {
             decode_stretch(stretch, at, to, end);
         } else {
-            for (const unsigned short* const stop = to + block; to < stop;) decode_to(at, to, end);
+            for (const unsigned short* const stop = to + Units::count; to < stop;) decode_to(at, to, end);
         }
     }
 }
@@ -327,7 +329,11 @@ template <bool shuffles>
     decode_stretches<shuffles, 4>(at, to, end);
     decode_stretches<shuffles, 1>(at, to, end);
     while (to != end) {
-        if (!decode_to(at, to, end)) return nullptr;
+        if (end - to >= 8 && (kord::load_word<std::uint64_t>(at) & 0x8080808080808080) == 0) {
+            for (unsigned int i = 0; i != 8; ++i) *to++ = *at++;
+        } else if (!decode_to(at, to, end)) {
+            return nullptr;
+        }
     }
     return to;
 }

@@ -17,8 +17,7 @@ using kord::Argument;
 using kord::FormatSpec;
 using kord::Output;
 
-// ---- the conversions
-// -------------------------------------------------------------------------------------------------
+// ---- the conversions -----------------------------------------------------------------------------------------------
 
 enum class Kind : unsigned char { none, signed_integer, unsigned_integer, hexadecimal, character, real, text };
 
@@ -64,8 +63,7 @@ std::uint64_t room_for(const Conversion& conversion, const FormatSpec<T>& spec) 
     return std::max<std::uint64_t>(room, spec.width);
 }
 
-// ---- reading the template
-// --------------------------------------------------------------------------------------------
+// ---- reading the template ------------------------------------------------------------------------------------------
 
 template <class T>
 struct Field {
@@ -140,8 +138,7 @@ template <class T>
     }
 }
 
-// ---- rendering
-// -------------------------------------------------------------------------------------------------------
+// ---- rendering -----------------------------------------------------------------------------------------------------
 
 /// Copies the literal text [from, to) with one '%' for every "%%" in it.
 template <class T>

@@ -34,8 +34,7 @@ double KordLastPlaceUnit(double value) noexcept {
     return std::bit_cast<double>(sign | std::uint64_t{exponent - fraction_bits} << fraction_bits);
 }
 
-// ---- scaling by powers of ten
-// ----------------------------------------------------------------------------------------
+// ---- scaling by powers of ten --------------------------------------------------------------------------------------
 
 struct Product {
     std::uint64_t high, low;
@@ -91,8 +90,7 @@ int decimal_exponent(double magnitude) noexcept {
     return static_cast<int>(exponent + (exponent < 15 && magnitude >= prevPowerOfTen[exponent + 2]));
 }
 
-// ---- the forms: each writes to `to` and returns where its text ends
-// --------------------------------------------------
+// ---- the forms: each writes to `to` and returns where its text ends ------------------------------------------------
 
 /// Writes an integer with its last `decimals` digits behind a point.
 template <class U>
