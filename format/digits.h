@@ -72,6 +72,16 @@ template <class T, class U>
     }
 }
 
+/// Eight decimal digits as the characters of a word, the first one lowest: halves of the number, halves of these and
+/// again halves are taken apart side by side. `n` is below 10^8.
+inline std::uint64_t eight_digits(std::uint32_t n) noexcept {
+    const std::uint64_t fours = n / 10000 | std::uint64_t{n % 10000} << 32;
+    const std::uint64_t hundreds = (fours * 10486 >> 20) & 0x0000007F0000007F; // over 100
+    const std::uint64_t pairs = hundreds | (fours - hundreds * 100) << 16;
+    const std::uint64_t tens = (pairs * 103 >> 10) & 0x000F000F000F000F; // over 10
+    return (tens | (pairs - tens * 10) << 8) | 0x3030303030303030;
+}
+
 template <class U>
 unsigned int hexadecimal_digits(U n) noexcept {
     return (static_cast<unsigned int>(std::bit_width(static_cast<U>(n | 1))) + 3) / 4;

@@ -117,7 +117,7 @@ template <class T>
             field->kind = Kind::none;
             return *signature == '\0';
         }
-        if (end - at > 1 && conversion_of(at[1]).kind != Kind::none) { // nothing between, as in most
+        if (end - at > 1 && conversion_of(at[1]).kind != Kind::none) [[likely]] { // nothing between, as in most
             if (!enter(*field, {at[1], 0, 0, FormatSpec<T>::none, at, at + 2}, resume, *signature, plan)) return false;
             at += 2;
         } else {
@@ -202,7 +202,7 @@ void kord::format_typed(BasicString<T>& target, const KordCharacterRange<T>& tmp
     for (const Field<T>* field = fields;; ++field) {
         const T* const begin = field->spec.begin;
         if (begin != resume) {
-            if (plan.percents) {
+            if (plan.percents) [[unlikely]] {
                 output.at = put_with_percents(output.at, resume, begin);
             } else {
                 output.put(resume, static_cast<std::size_t>(begin - resume));

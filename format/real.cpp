@@ -92,21 +92,33 @@ int decimal_exponent(double magnitude) noexcept {
 
 // ---- the forms: each writes to `to` and returns where its text ends ------------------------------------------------
 
-/// Writes an integer with its last `decimals` digits behind a point.
-template <class U>
-char* write_with_point(char* to, U n, unsigned int decimals) noexcept {
-    char* at = to + std::max(kord::decimal_digits(n), decimals + 1);
-    if (decimals == 0) {
-        kord::write_decimal(at, n);
-        return at;
+/// Stores the last n of eight characters, and something behind them: eight are written in all.
+void store_last(std::uint64_t characters, unsigned int n, char* to) noexcept {
+    characters >>= 64 - 8 * n;
+    std::memcpy(to, &characters, sizeof characters);
+}
+
+/// Writes an integer with its last `decimals` digits behind a point. Behind the text a few characters more are written,
+/// but of `to` not more than 17.
+char* write_with_point(char* to, std::uint64_t n, unsigned int decimals) noexcept {
+    const unsigned int all = std::max(kord::decimal_digits(n), decimals + 1), whole = all - decimals;
+    char* const end = to + all + (decimals != 0);
+    if (all <= 8) { // most numbers, and without a loop whose end is hard to foretell
+        const std::uint64_t digits = kord::eight_digits(static_cast<std::uint32_t>(n));
+        store_last(digits, all, to);
+        if (decimals == 0) return end;
+        to[whole] = '.';
+        store_last(digits, decimals, to + whole + 1);
+        return end;
     }
-    char* const end = ++at;
-    for (; decimals >= 2; decimals -= 2) at = kord::write_pair(at, n);
-    if (decimals != 0) {
+    char* at = end;
+    unsigned int left = decimals;
+    for (; left >= 2; left -= 2) at = kord::write_pair(at, n);
+    if (left != 0) {
         *--at = static_cast<char>('0' + n % 10);
         n /= 10;
     }
-    *--at = '.';
+    if (decimals != 0) *--at = '.';
     kord::write_decimal(at, n);
     return end;
 }
@@ -155,9 +167,7 @@ char* kord::real_text(double value, char* buffer, int precision, bool plus, bool
     const double magnitude = std::fabs(value);
     if (!with_decimals) return write_general(to, magnitude, precision < 0 ? 16 : 15);
     const auto decimals = static_cast<unsigned int>(precision);
-    const std::uint64_t n = scaled(magnitude, decimals);
-    const auto small = static_cast<std::uint32_t>(n);
-    return small == n ? write_with_point(to, small, decimals) : write_with_point(to, n, decimals);
+    return write_with_point(to, scaled(magnitude, decimals), decimals);
 }
 
 char* KordFromReal(double value, char* buffer, int precision, bool keepPlus, bool keepPoint, bool nudge) noexcept {
