@@ -265,8 +265,8 @@ struct Stretch {
 template <class S>
 [[gnu::always_inline]] inline void decode_stretch(const S& stretch, const unsigned char*& at, unsigned short*& to,
                                                   const unsigned short* end) noexcept {
-    // A byte ends a character if the one behind it does not continue it.
-    const std::uint64_t ends = ~stretch.continuations() >> 1;
+    // A byte ends a character if the one behind it does not continue it; of the last byte that is not known.
+    const std::uint64_t ends = (~stretch.continuations() & S::all) >> 1;
     constexpr const kord::Spreads& tables = kord::spreads;
     constexpr unsigned int window = tables.window;
     unsigned int pos = 0;

@@ -72,7 +72,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     if (!units.empty()) std::memcpy(units.data(), data, units.size() * 2);
     write(units);
     write_ansi(units);
-    write(Decoded(bytes).text); // mostly well-formed
+    write(Decoded(bytes).text);      // mostly well-formed
     read(Encoded(units).text, size); // well-formed
     write_ansi(Utf16(bytes.begin(), bytes.end()));
     return 0;

@@ -4,9 +4,11 @@
 #include "support/guard.h"
 #include "support/text.h"
 
+#include <kord/convert.h>
 #include <kord/path.h>
 
 #include <optional>
+#include <type_traits>
 
 namespace {
 
@@ -65,6 +67,23 @@ TYPED_TEST(Memory, FormattingAllocatesItsResultAndNothingElse) {
     EXPECT_EQ(blocks([&] { S(path).format_path(16, S::ellipsis_begin).format_path(9, S::ellipsis_end); }), 1);
     EXPECT_EQ(blocks([&] { s.format(two, s, 0.5); }), 1);
     EXPECT_EQ(heap.blocks, before + 1);
+}
+
+TYPED_TEST(Memory, AnAdapterAllocatesItsCopyOrNothing) {
+    using A = std::conditional_t<sizeof(TypeParam) == 1, AstringAdapter, UstringAdapter>;
+    using U = std::conditional_t<sizeof(TypeParam) == 1, unsigned short, char>;
+    const String<TypeParam> s = make<TypeParam>("a text of this width");
+    const String<U> t = make<U>("a text of the other one");
+    const Units<TypeParam> own("zero-terminated");
+    const Units<U> other("zero-terminated too");
+    const long before = heap.blocks;
+    const auto blocks = [&](auto call) { return heap.fail_each(call, [&] { EXPECT_EQ(heap.blocks, before); }); };
+    EXPECT_EQ(blocks([&] { A(A{s}).c_str(); }) + blocks([&] { A{nullptr}; }), 0);
+    EXPECT_EQ(blocks([&] { A(own, 9u); }) + blocks([&] { A(own).c_str(); }), 2);
+    EXPECT_EQ(blocks([&] { A{t}; }) + blocks([&] { A(other, 9u); }) + blocks([&] { A(other).c_str(); }), 3);
+    EXPECT_EQ(blocks([&] { A{KordCharacterRange<U>()}; }), 1); // room for no characters
+    EXPECT_EQ(blocks([&] { A(s.substr(1, 3)).c_str(); }), 1);  // moves to be terminated
+    EXPECT_EQ(heap.blocks, before);
 }
 
 TEST(PrintfMemory, FormattingAllocatesItsResultOnly) {

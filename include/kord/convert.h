@@ -7,7 +7,7 @@
 
 /// Conversion between UTF-16 and bytes, from buffer to buffer. Nothing is allocated or thrown, no terminator written,
 /// and zeros are characters like others. Counts are below 2^32. Pure but for the target, which must not overlap the
-/// source. Linear.
+/// source; after a failure, what it holds behind the characters before that is indeterminate. Linear.
 namespace KordConvert {
 
 /// Writes each of `count` units as one byte and returns where the target ends; null at a unit of 255 or more, with what
