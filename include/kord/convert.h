@@ -75,7 +75,7 @@ class KORD_API AstringAdapter {
     }
 
     /// The text, zero-terminated, valid as long as the adapter; `BasicString::c_str`.
-    const char* c_str() const { return string_.c_str(); }
+    KORD_EMIT const char* c_str() const { return string_.c_str(); }
     /// The string, sharing the block.
     KORD_EMIT operator astring() const noexcept { return string_; }
 
@@ -114,7 +114,7 @@ class KORD_API UstringAdapter {
         return *this;
     }
 
-    const unsigned short* c_str() const { return string_.c_str(); }
+    KORD_EMIT const unsigned short* c_str() const { return string_.c_str(); }
     KORD_EMIT operator ustring() const noexcept { return string_; }
 
   private:
