@@ -343,6 +343,14 @@ KORD_SHUFFLES unsigned short* decode_shuffling(const unsigned char* at, unsigned
     return decode_all<true>(at, to, end);
 }
 
+/// The number of bits set, without the call that it is where the processor is not known to count them.
+constexpr unsigned int bits_set(std::uint64_t word) noexcept {
+    word -= word >> 1 & 0x5555555555555555;
+    word = (word & 0x3333333333333333) + (word >> 2 & 0x3333333333333333);
+    word = (word + (word >> 4)) & 0x0F0F0F0F0F0F0F0F;
+    return static_cast<unsigned int>(word * 0x0101010101010101 >> 56);
+}
+
 // ---- counting ------------------------------------------------------------------------------------------------------
 
 /// The bytes that eight units stand for, lane by lane.
@@ -405,8 +413,7 @@ unsigned long KordConvert::CountUtf8(const unsigned char* source, unsigned long 
                 const unsigned int whole = stretch.whole();
                 const std::uint64_t counted = S::all >> (S::size - whole);
                 // A unit for the first byte of every character, another for those of four.
-                units += static_cast<unsigned int>(std::popcount(~stretch.continuations() & counted) +
-                                                   std::popcount(stretch.firsts_of_four & counted));
+                units += bits_set(~stretch.continuations() & counted) + bits_set(stretch.firsts_of_four & counted);
                 source += whole;
                 continue;
             }

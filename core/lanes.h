@@ -62,7 +62,11 @@ template <class T>
 #define KORD_SHUFFLES __attribute__((target("ssse3"), flatten))
 
 inline bool has_shuffles() noexcept {
+#ifdef KORD_NO_SHUFFLES // to test what processors without them run
+    return false;
+#else
     return __builtin_cpu_supports("ssse3");
+#endif
 }
 
 template <class T>

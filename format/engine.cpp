@@ -28,7 +28,8 @@ struct Conversion {
     unsigned int room = 0; ///< characters reserved for it, if its width is not greater
 };
 
-constexpr unsigned int integer_room = sizeof(long) == 4 ? 12 : 21; // a sign or prefix, and the digits of a `long`
+/// A sign and the digits of a `long`, or a prefix and its hexadecimal digits, and one more.
+constexpr unsigned int integer_room = sizeof(long) == 4 ? 12 : 21;
 constexpr unsigned int usual_precision = 6, most_usual_precision = 19;
 
 /// The conversions, a row for every ASCII character.

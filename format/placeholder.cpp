@@ -57,7 +57,7 @@ class Scanner {
             if (place > Flags::last - Flags::first || flag_table.of[place] == 0) break;
             flags |= flag_table.of[place];
         }
-        return flags == 0 ? 0 : without_overruled(flags);
+        return without_overruled(flags);
     }
 
     /// Digits, 0 if there are none. A number of more than 32 bits is not passed.

@@ -137,7 +137,7 @@ std::uint64_t room_for(const Spec& spec, const Field& field, Arguments& argument
     switch (spec.conversion) {
     case '%': return 1;
     case 'c': arguments.pass<int>(); return 1;
-    case 'p': arguments.pass<void*>(); return std::max<std::uint64_t>(32, field.precision + 2);
+    case 'p': arguments.pass<void*>(); return std::max<std::uint64_t>(32, field.precision + 3); // a sign and "0x"
     case 's': return text_room(field, va_arg(arguments.list, const char*));
     default: return refused;
     }

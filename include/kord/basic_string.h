@@ -34,7 +34,7 @@ void exchange(P& a, P& b) noexcept {
 /// Copying and taking pieces share the block and never allocate. A member "unshares" when it makes the string sole
 /// owner: it copies the text into a block of its own unless the string has one. Every member that unshares or grows
 /// throws `os_length_error` above `lengthLimit` characters and `std::bad_alloc` when the heap refuses, and then the
-/// string and all that share its block are unchanged.
+/// string (but see `format_path`) and all that share its block are unchanged.
 ///
 /// Counts are plain integers: strings that share a block belong to one thread at a time, even for `c_str`.
 ///
@@ -202,7 +202,8 @@ class KORD_API BasicString : public KordCharacterRange<T> {
     //
     // Flags: '-' left-justified, '0' zeros in front, '+' always a sign, ' ' a blank for a plus, '#' "0x" before %x.
     // Length modifiers (h, l, L) change nothing. A template that does not agree, or has a '*', makes the null string;
-    // no template can do harm. What follows the last complete placeholder is left out if it begins with a '%'.
+    // no template can do harm. A placeholder that the template's end cuts off is left out, and so is all from a
+    // placeholder on whose conversion is a zero.
     //
     // The text is built in a new block, sized once beforehand, so the template and the texts may be this string or
     // pieces of it; the string lets go of its old block. Throws `os_length_error` if a width or the texts are too long
@@ -284,7 +285,7 @@ class KORD_API BasicString : public KordCharacterRange<T> {
     /// backslash, or any text. If in the first two modes the last component with "..." does not fit, it is kept alone,
     /// without "..." if it then fits and cut at its end if not; a text without a backslash is cut at its end. Below 4
     /// characters there are only dots. Unshares; a mode that is none of the four changes nothing. Throws as `reserve`
-    /// does, in the last two modes perhaps with the text's beginning already cut off.
+    /// does; except with `ellipsis_end`, the text's beginning may then already be cut off.
     BasicString<T>& format_path(unsigned int maxLength, t_format_path mode);
 
     // --- the position forms for integers of other types ------------------------------------------------------------

@@ -19,7 +19,8 @@ KORD_API unsigned char* ConvertAnsi(const unsigned short* source, unsigned char*
 KORD_API unsigned char* ConvertUtf8(const unsigned short* source, unsigned char* target, unsigned long count) noexcept;
 
 /// Writes `count` units, from as many bytes of UTF-8 as that takes, and returns where the target ends. The source must
-/// have these bytes, as it does if `CountUtf8` gave the count. Null if a character needs two units and one is left.
+/// have these bytes, as it does if `CountUtf8` gave the count. Null if a character needs two units and one is left,
+/// with what comes before it written. To see that a character is cut short, the byte behind it is read.
 ///
 /// Malformed text does not fail: a byte that starts no character, and a character that is cut short, become U+FFFD.
 /// Overlong forms and encoded surrogates are decoded by their value. Values above U+10FFFF, which four bytes can have,
@@ -62,8 +63,12 @@ class KORD_API AstringAdapter {
 
     // A null pointer of no width, and a length of another integer type; any other integer alone is no text.
     AstringAdapter(std::nullptr_t, unsigned int = 0) noexcept {}
-    template <class U, class I, kord::detail::if_integers<I> = 0>
-    AstringAdapter(const U* text, I length) : AstringAdapter(text, kord::detail::to_count(length)) {}
+    template <class I, kord::detail::if_integers<I> = 0>
+    AstringAdapter(std::nullptr_t, I) noexcept {}
+    template <class I, kord::detail::if_integers<I> = 0>
+    AstringAdapter(const char* text, I length) : AstringAdapter(text, kord::detail::to_count(length)) {}
+    template <class I, kord::detail::if_integers<I> = 0>
+    AstringAdapter(const unsigned short* text, I length) : AstringAdapter(text, kord::detail::to_count(length)) {}
     template <class I, kord::detail::if_integers<I> = 0>
     AstringAdapter(I) = delete;
 
@@ -102,8 +107,12 @@ class KORD_API UstringAdapter {
     UstringAdapter(const char* text);
 
     UstringAdapter(std::nullptr_t, unsigned int = 0) noexcept {}
-    template <class U, class I, kord::detail::if_integers<I> = 0>
-    UstringAdapter(const U* text, I length) : UstringAdapter(text, kord::detail::to_count(length)) {}
+    template <class I, kord::detail::if_integers<I> = 0>
+    UstringAdapter(std::nullptr_t, I) noexcept {}
+    template <class I, kord::detail::if_integers<I> = 0>
+    UstringAdapter(const unsigned short* text, I length) : UstringAdapter(text, kord::detail::to_count(length)) {}
+    template <class I, kord::detail::if_integers<I> = 0>
+    UstringAdapter(const char* text, I length) : UstringAdapter(text, kord::detail::to_count(length)) {}
     template <class I, kord::detail::if_integers<I> = 0>
     UstringAdapter(I) = delete;
 

@@ -9,8 +9,8 @@
 ///
 /// The library throws two things only: `os_length_error` for a text longer than the limit, and an exception derived
 /// from `std::bad_alloc`, saying "bad allocation", when the heap refuses a string's block (for a list's node it is the
-/// run time's own `std::bad_alloc`). After either, the string at hand
-/// and every string that shares its block are exactly as before.
+/// run time's own `std::bad_alloc`). After either, the string at hand (but see `BasicString::format_path`) and every
+/// string that shares its block are exactly as before.
 class KORD_TYPE os_logic_error : public std::exception {
   public:
     /// Keeps a copy of the message in the object; past 63 characters it is cut.

@@ -98,7 +98,7 @@ class KORD_API astring : public BasicString<char> {
     ///
     /// The template may have the conversions d i o u x X c s p n e E f g G and %%, and stars; the length modifiers hh,
     /// h, l, ll before integers and n, L (as ll) before integers, l and L before reals. With any other conversion or
-    /// modifier the string becomes empty and nothing is formatted. A null text is "(null)".
+    /// modifier the string becomes empty and nothing is formatted. A null text is the C library's "(null)".
     ///
     /// The text is written once, into a new block sized beforehand from the template and the arguments; they may be
     /// this string's own text. Throws `os_length_error` if the size is above the limit and `std::bad_alloc`; the string
