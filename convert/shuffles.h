@@ -1,6 +1,8 @@
 #ifndef KORD_CONVERT_SHUFFLES_H
 #define KORD_CONVERT_SHUFFLES_H
 
+#include <cstddef>
+
 /// The tables by which bytes are shuffled into their places, 16 at once: made by the compiler out of what they are for.
 namespace kord {
 
@@ -61,7 +63,7 @@ struct alignas(32) Spread {
     Places low, high;
 
     /// Adds the next character, which makes unit number `unit` and lies before byte `end`.
-    constexpr void add(unsigned int unit, unsigned int end, unsigned int length) {
+    constexpr void add(std::size_t unit, unsigned int end, unsigned int length) {
         low.from[2 * unit] = static_cast<unsigned char>(end - 1);
         if (length > 1) low.from[2 * unit + 1] = static_cast<unsigned char>(end - 2);
         if (length > 2) high.from[2 * unit] = static_cast<unsigned char>(end - 3);
