@@ -2,11 +2,10 @@
 #define KORD_EXPORT_H
 
 /// KORD_API marks a class, function or table of the library's binary interface.
-/// Define KORD_STATIC when linking the static library; KORD_BUILDING is for the library's own sources.
-#if defined(KORD_STATIC)
+/// Define KORD_STATIC when linking the static library; KORD_BUILDING is for the library's own sources. A Windows
+/// library exports what cmake/kord.def lists: by attributes, the inline members of its templates would be left out.
+#if defined(KORD_STATIC) || (defined(_WIN32) && defined(KORD_BUILDING))
 #define KORD_API
-#elif defined(_WIN32) && defined(KORD_BUILDING)
-#define KORD_API __declspec(dllexport)
 #elif defined(_WIN32)
 #define KORD_API __declspec(dllimport)
 #else
@@ -21,7 +20,7 @@
 #endif
 
 /// KORD_EMIT marks an inline member of a class that is not a template. Such members are part of the binary interface
-/// too, so the one source file that defines KORD_EMIT_INLINE makes the compiler write them out.
+/// too, so the source file of each such class defines KORD_EMIT_INLINE, which makes the compiler write them out.
 #if defined(KORD_EMIT_INLINE)
 #define KORD_EMIT __attribute__((used))
 #else

@@ -4,20 +4,21 @@
 #include <cstddef>
 #include <cstdlib>
 
+#if defined(_WIN32)
+#include <windows.h>
+#else
 #include <sys/mman.h>
-#include <unistd.h>
+#endif
 
 /// A page of memory between two that fault when touched.
 class GuardedPage {
   public:
     static constexpr std::size_t size = 4096;
 
-    GuardedPage() {
-        void* const all = mmap(nullptr, 3 * size, PROT_NONE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
-        page_ = static_cast<char*>(all) + size;
-        if (all == MAP_FAILED || mprotect(page_, size, PROT_READ | PROT_WRITE) != 0) std::abort();
+    GuardedPage() : page_(reserve() + size) {
+        if (!open(page_)) std::abort();
     }
-    ~GuardedPage() { munmap(page_ - size, 3 * size); }
+    ~GuardedPage() { release(page_ - size); }
     GuardedPage(const GuardedPage&) = delete;
     GuardedPage& operator=(const GuardedPage&) = delete;
 
@@ -25,6 +26,32 @@ class GuardedPage {
     char* end() const { return page_ + size; }
 
   private:
+#if defined(_WIN32)
+    static char* reserve() {
+        void* const all = VirtualAlloc(nullptr, 3 * size, MEM_RESERVE, PAGE_NOACCESS);
+        if (all == nullptr) std::abort();
+        return static_cast<char*>(all);
+    }
+    static bool open(char* page) {
+        return VirtualAlloc(page, size, MEM_COMMIT, PAGE_READWRITE) != nullptr;
+    }
+    static void release(char* all) {
+        VirtualFree(all, 0, MEM_RELEASE);
+    }
+#else
+    static char* reserve() {
+        void* const all = mmap(nullptr, 3 * size, PROT_NONE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+        if (all == MAP_FAILED) std::abort();
+        return static_cast<char*>(all);
+    }
+    static bool open(char* page) {
+        return mprotect(page, size, PROT_READ | PROT_WRITE) == 0;
+    }
+    static void release(char* all) {
+        munmap(all, 3 * size);
+    }
+#endif
+
     char* page_;
 };
 
