@@ -9,7 +9,21 @@
 using Utf8 = std::vector<unsigned char>;
 using Utf16 = std::vector<unsigned short>;
 
-/// The rules for units once more, told plainly: the bytes up to the first unit that has none, and whether there is one.
+/// How many bytes a character has behind its first.
+constexpr unsigned int bytes_behind(char32_t c) {
+    return c < 0x80 ? 0 : c < 0x800 ? 1 : c < 0x10000 ? 2 : 3;
+}
+/// Appends a value in its form of so many bytes behind the first, even if a
+/// shorter one would do.
+inline void put(Utf8& text, char32_t value, unsigned int more) {
+    const unsigned int leads[] = {0, 0xC0, 0xE0, 0xF0};
+    text.push_back(static_cast<unsigned char>(leads[more] + (value >> 6 * more)));
+    while (more-- != 0) text.push_back(static_cast<unsigned char>(0x80 + (value >> 6 * more) % 64));
+}
+
+/// The rules for units once more, told plainly: the bytes up to the first unit
+/// that has none, whether there is one, and what is counted without looking at
+/// more than one unit.
 struct Encoded {
     Utf8 text;
     bool failed = false;
@@ -22,24 +36,15 @@ struct Encoded {
                 if (failed) return;
                 c = 0x10000 + (c - 0xD800) * 0x400 + (units[++i] - 0xDC00u);
             }
-            put(c);
+            put(text, c, bytes_behind(c));
         }
     }
     /// What is counted without looking at more than one unit.
     static std::size_t count(std::span<const unsigned short> units) {
         std::size_t n = 0;
-        for (const unsigned short u : units) {
+        for (const unsigned short u : units)
             n += u < 0x80 ? 1 : u < 0x800 ? 2 : u < 0xD800 ? 3 : u < 0xDC00 ? 4 : u < 0xE000 ? 0 : 3;
-        }
         return n;
-    }
-
-  private:
-    void put(char32_t c) {
-        unsigned int more = c < 0x80 ? 0 : c < 0x800 ? 1 : c < 0x10000 ? 2 : 3;
-        const char32_t leads[] = {0, 0xC0, 0xE0, 0xF0};
-        text.push_back(static_cast<unsigned char>(leads[more] + (c >> 6 * more)));
-        while (more-- != 0) text.push_back(static_cast<unsigned char>(0x80 + (c >> 6 * more) % 64));
     }
 };
 
@@ -56,21 +61,16 @@ struct Decoded {
     explicit Decoded(std::span<const unsigned char> bytes) {
         for (std::size_t i = 0; i != bytes.size();) {
             const unsigned int lead = bytes[i++];
-            if ((lead >= 0x80 && lead < 0xC0) || lead >= 0xF8) {
-                put(0xFFFD, i);
-                continue;
-            }
-            unsigned int missing = lead < 0x80 ? 0 : lead < 0xE0 ? 1 : lead < 0xF0 ? 2 : 3;
+            const bool none = (lead >= 0x80 && lead < 0xC0) || lead >= 0xF8;
+            unsigned int missing = lead < 0x80 || none ? 0 : lead < 0xE0 ? 1 : lead < 0xF0 ? 2 : 3;
             char32_t value = lead & (missing == 0 ? 0x7F : 0x3F >> missing);
             for (; missing != 0 && i != bytes.size() && bytes[i] >= 0x80 && bytes[i] < 0xC0; --missing)
                 value = value * 64 + bytes[i++] % 64;
-            if (missing == 0) {
-                put(value, i);
-            } else if (i != bytes.size()) {
-                put(0xFFFD, i + 1);
-            } else {
-                return;
-            }
+            const bool cut = missing != 0; // by the next byte, which was looked at, or by the end
+            if (cut && i == bytes.size()) return;
+            if (none || cut) value = 0xFFFD;
+            if (value >= 0x10000) add(0xD7C0 + (value >> 10), i, false);
+            add(value >= 0x10000 ? 0xDC00 + value % 0x400 : value, i + cut, true);
         }
     }
     /// The units that the first `bytes` bytes become.
@@ -81,14 +81,9 @@ struct Decoded {
     }
 
   private:
-    void put(char32_t value, std::size_t read) {
-        if (value >= 0x10000) {
-            text.push_back(static_cast<unsigned short>(0xD7C0 + (value >> 10)));
-            rooms.push_back({read, false});
-            value = 0xDC00 + value % 0x400;
-        }
-        text.push_back(static_cast<unsigned short>(value));
-        rooms.push_back({read, true});
+    void add(char32_t unit, std::size_t bytes, bool is_end) {
+        text.push_back(static_cast<unsigned short>(unit));
+        rooms.push_back({bytes, is_end});
     }
 };
 

@@ -13,8 +13,7 @@ struct FormatModel {
     using Value = std::variant<long, unsigned long, double, char32_t, std::u32string>;
     static constexpr std::u32string_view conversions[] = {U"di", U"uxX", U"f", U"c", U"s"}; // by kind of value
 
-    bool refused = false;
-    bool too_long = false;
+    bool refused = false, too_long = false;
     std::uint64_t estimate = 0;
     std::u32string text;
 
@@ -53,74 +52,63 @@ struct FormatModel {
         std::size_t begin, end;
 
         Placeholder(const std::u32string& t, std::size_t from) : begin(std::min(t.find('%', from), t.size())) {
-            std::size_t i = begin;
+            end = begin;
             const auto take = [&](std::u32string_view set) {
-                return i < t.size() && set.find(t[i]) != set.npos && ++i != 0;
+                return end < t.size() && set.find(t[end]) != set.npos && ++end != 0;
             };
             const auto number = [&]() -> std::uint64_t {
-                const std::size_t last = std::min(t.find_first_not_of(U"0123456789", i), t.size());
+                const std::size_t first = end;
                 double n = 0;
-                for (std::size_t k = i; k != last; ++k) n = n * 10 + static_cast<double>(t[k] - '0');
-                if (n > 4294967295.0) return 0; // stays where it is, so a digit is the conversion
-                i = last;
-                return static_cast<std::uint64_t>(n);
+                while (take(U"0123456789")) n = n * 10 + static_cast<double>(t[end - 1] - '0');
+                if (n <= 4294967295.0) return static_cast<std::uint64_t>(n);
+                end = first; // so a digit is the conversion
+                return 0;
             };
-            if (take(U"%")) {
-                while (take(U" #+-0")) flags += t[i - 1];
-                width = number();
-                star = take(U"*");
-                if (take(U".")) {
-                    precision = number();
-                    if (*precision == 4294967295) precision.reset();
-                    star |= take(U"*");
-                }
-                while (take(U"hlL")) continue;
-                if (i < t.size()) conversion = t[i++];
+            if (!take(U"%")) return;
+            while (take(U" #+-0")) flags += t[end - 1];
+            width = number();
+            star = take(U"*");
+            if (take(U".")) {
+                precision = number();
+                if (*precision == 4294967295) precision.reset();
+                star |= take(U"*");
             }
-            end = i;
+            while (take(U"hlL")) continue;
+            if (end < t.size()) conversion = t[end++];
         }
-        bool has(char flag) const { return flags.find(static_cast<unsigned char>(flag)) != flags.npos; }
-        bool zeros() const { return has('0') && !has('-'); }
-        bool blank() const { return has(' ') && !has('+'); }
-        bool hexadecimal() const { return conversion == 'x' || conversion == 'X'; }
+        bool has(char32_t flag) const { return flags.find(flag) != flags.npos; }
+        bool prefixed() const { return (conversion == 'x' || conversion == 'X') && has('#'); }
 
         std::uint64_t room() const {
-            switch (conversion) {
-            case 's': return width;
-            case 'c': return std::max<std::uint64_t>(1, width);
-            case 'f': return std::max(width, 13 + std::max<std::uint64_t>(19, precision.value_or(6)));
-            default: return std::max<std::uint64_t>(sizeof(long) == 8 ? 21 : 12, width);
-            }
+            if (conversion == 'f') return std::max(width, 13 + std::max<std::uint64_t>(19, precision.value_or(6)));
+            const unsigned int integer = sizeof(long) == 8 ? 21 : 12;
+            return std::max<std::uint64_t>(width, conversion == 's' ? 0 : conversion == 'c' ? 1 : integer);
         }
         std::u32string field(const Value& value) const {
             std::u32string out = std::visit([this](const auto& v) { return render(v); }, value);
             const std::size_t missing = std::max(out.size(), static_cast<std::size_t>(width)) - out.size();
-            std::size_t place = has('-') ? out.size() : 0;
-            if (zeros() && !out.empty()) {
-                if (out[0] == '+' || out[0] == '-' || (blank() && out[0] == ' '))
-                    place = 1;
-                else if (hexadecimal() && has('#'))
-                    place = 2;
-            }
-            return out.insert(place, missing, zeros() ? '0' : ' ');
+            if (has('-')) return out.append(missing, ' ');
+            if (!has('0')) return out.insert(0, missing, ' ');
+            const bool sign = out[0] == '+' || out[0] == '-' || (out[0] == ' ' && !blank(true).empty());
+            return out.insert(out.empty() ? 0 : sign ? 1 : prefixed() ? 2 : 0, missing, '0');
         }
+        std::string blank(bool positive) const { return positive && has(' ') && !has('+') ? " " : ""; }
 
         static std::u32string wide(const std::string& s) { return {s.begin(), s.end()}; }
         std::u32string render(long n) const {
-            const std::string sign = n < 0 ? "-" : has('+') ? "+" : blank() ? " " : "";
-            return wide(sign +
-                        std::to_string(n < 0 ? 0 - static_cast<unsigned long>(n) : static_cast<unsigned long>(n)));
+            const unsigned long u = static_cast<unsigned long>(n);
+            return wide((n < 0 ? "-" : has('+') ? "+" : blank(true)) + std::to_string(n < 0 ? 0 - u : u));
         }
         std::u32string render(unsigned long n) const {
             char digits[24];
-            std::snprintf(digits, sizeof digits, conversion == 'u' ? "%lu" : conversion == 'x' ? "%lx" : "%lX", n);
-            const std::string prefix = !hexadecimal() || !has('#') ? "" : conversion == 'x' ? "0x" : "0X";
-            return wide(prefix + digits);
+            const char* const forms[] = {"%lu", "%lx", "%lX"};
+            std::snprintf(digits, sizeof digits, forms[conversion == 'u' ? 0 : conversion == 'x' ? 1 : 2], n);
+            const std::u32string prefix{U'0', conversion};
+            return prefixed() ? prefix + wide(digits) : wide(digits);
         }
         std::u32string render(double x) const {
             const std::string digits = real_model(x, static_cast<int>(precision.value_or(6)), true);
-            const std::string sign = blank() && x >= 0 ? " " : "";
-            return wide(sign + (has('+') || digits[0] == '-' ? digits : digits.substr(1)));
+            return wide(blank(x >= 0) + digits.substr(digits[0] == '+' && !has('+')));
         }
         std::u32string render(char32_t c) const { return {c}; }
         std::u32string render(const std::u32string& s) const {
