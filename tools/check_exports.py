@@ -68,10 +68,10 @@ def main():
     parser = argparse.ArgumentParser()
     parser.add_argument("--nm", default="nm")
     parser.add_argument("--list", type=pathlib.Path, required=True)
-    parser.add_argument("library", type=pathlib.Path)
+    parser.add_argument("binary", type=pathlib.Path)
     options = parser.parse_args()
-    data = options.library.read_bytes()
-    found = elf_exports(options.nm, options.library) if data.startswith(b"\x7fELF") else pe_exports(data)
+    data = options.binary.read_bytes()
+    found = elf_exports(options.nm, options.binary) if data.startswith(b"\x7fELF") else pe_exports(data)
     lines = list(faults(listed(options.list), found))
     print("\n".join(lines) if lines else f"{len(found)} names, as listed")
     return 1 if lines else 0
