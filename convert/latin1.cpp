@@ -13,30 +13,24 @@ using Units = kord::Lanes<unsigned short>;
 
 constexpr std::size_t block = Bytes::count;
 
-void widen_block(const char* from, unsigned short* to) noexcept {
-    const Bytes bytes = Bytes::load(from);
-    widen_first(bytes).store(to);
-    widen_last(bytes).store(to + Units::count);
-}
-
 } // namespace
 
 void kord::convert(const char* from, std::size_t n, unsigned short* to) noexcept {
     if (n >= 2 * block) {
         // A string's units begin in the middle of 16 bytes. The first block is begun again there, as stores that cross
         // cache lines are slow.
-        widen_block(from, to);
+        store_widened(Bytes::load(from), to);
         const std::size_t skipped = (-reinterpret_cast<std::uintptr_t>(to) % block) / sizeof *to;
         from += skipped;
         to += skipped;
         n -= skipped;
     }
-    for (; n >= block; n -= block, from += block, to += block) widen_block(from, to);
+    for (; n >= block; n -= block, from += block, to += block) store_widened(Bytes::load(from), to);
     for (; n != 0; --n) *to++ = widen(*from++);
 }
 
 void kord::convert(const unsigned short* from, std::size_t n, char* to) noexcept {
-    const Units high = Units::splat(0xFF00), none = Units::splat(0), stand_in = Units::splat('?');
+    const Units high = Units::splat(0xFF00), none = Units::splat(0), stand_in = Units::splat(no_byte);
     const auto narrowable = [&](Units units) {
         const Units fits = equal(units & high, none);
         return (units & fits) | without(stand_in, fits);

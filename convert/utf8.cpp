@@ -311,9 +311,7 @@ template <bool shuffles, unsigned int blocks>
         const Stretch<blocks> stretch(at);
         if (stretch.others == 0) {
             for (unsigned int i = 0; i != blocks; ++i, at += block, to += block) {
-                const Bytes bytes = load(at);
-                widen_first(bytes).store(to);
-                widen_last(bytes).store(to + Units::count);
+                store_widened(load(at), to);
             }
         } else if (shuffles && stretch.is_regular()) {
             decode_stretch(stretch, at, to, end);

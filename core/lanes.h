@@ -384,6 +384,12 @@ inline Lanes<char> narrow(Lanes<unsigned short> a, Lanes<unsigned short> b) noex
 
 #endif
 
+/// Stores 16 bytes as units.
+inline void store_widened(Lanes<char> bytes, unsigned short* to) noexcept {
+    widen_first(bytes).store(to);
+    widen_last(bytes).store(to + Lanes<unsigned short>::count);
+}
+
 /// The n characters from p on, at most eight, as bytes, the first one lowest and zeros behind the last. Codes of 256
 /// and more become 0 or 255.
 template <class T>
