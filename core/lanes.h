@@ -137,9 +137,9 @@ struct Lanes {
         const __m128i front = _mm_load_si128(rows), back = _mm_load_si128(rows + 1), byte = _mm_set1_epi16(0xFF);
         const __m128i low = _mm_packus_epi16(_mm_and_si128(front, byte), _mm_and_si128(back, byte));
         const __m128i high = _mm_packus_epi16(_mm_srli_epi16(front, 8), _mm_srli_epi16(back, 8));
-        const __m128i bits = _mm_setr_epi8(1, 2, 4, 8, 16, 32, 64, -128, 1, 2, 4, 8, 16, 32, 64, -128);
+        const __m128i bits = _mm_set1_epi64x(static_cast<long long>(0x8040201008040201u));
         // A shuffle gives 0 where the top bit of the index is set: each code finds its row in the half it has a bit in.
-        const __m128i top = _mm_set1_epi8(-128);
+        const __m128i top = _mm_set1_epi16(static_cast<short>(0x8080u));
         const __m128i row = _mm_or_si128(_mm_shuffle_epi8(low, a.v), _mm_shuffle_epi8(high, _mm_xor_si128(a.v, top)));
         const __m128i bit = _mm_shuffle_epi8(bits, _mm_and_si128(_mm_srli_epi16(a.v, 4), _mm_set1_epi8(15)));
         const __m128i found = _mm_cmpeq_epi8(_mm_and_si128(row, bit), bit);

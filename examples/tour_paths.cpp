@@ -147,7 +147,9 @@ void print_totals(const std::vector<KordSplitPath>& paths, Sharing& sharing) {
         ++counts[view(extension)];
     }
     std::vector<std::pair<std::string_view, std::size_t>> order(counts.begin(), counts.end());
-    std::stable_sort(order.begin(), order.end(), [](const auto& a, const auto& b) { return a.second > b.second; });
+    std::sort(order.begin(), order.end(), [](const auto& a, const auto& b) {
+        return a.second != b.second ? a.second > b.second : a.first < b.first;
+    });
     std::cout << "\nExtensions (" << order.size() << "):";
     for (std::size_t i = 0; i != std::min<std::size_t>(order.size(), 16); ++i) {
         std::cout << " ." << order[i].first << ' ' << order[i].second;

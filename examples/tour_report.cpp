@@ -105,8 +105,9 @@ Shortened shorten_all(const std::vector<astring>& paths, unsigned int room) {
     }
     all.order.resize(paths.size());
     std::iota(all.order.begin(), all.order.end(), 0u);
-    std::stable_sort(all.order.begin(), all.order.end(),
-                     [&merits](unsigned int a, unsigned int b) { return merits[a] > merits[b]; });
+    std::sort(all.order.begin(), all.order.end(), [&merits](unsigned int a, unsigned int b) {
+        return merits[a] != merits[b] ? merits[a] > merits[b] : a < b;
+    });
     return all;
 }
 
