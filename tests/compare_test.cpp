@@ -1,7 +1,10 @@
+// Comparing: the differences by rows, and at every place with faults around the texts.
 #include "support/guard.h"
 #include "support/text.h"
 
 #include <kord/chars.h>
+
+#include <algorithm>
 
 namespace {
 
@@ -11,50 +14,40 @@ TYPED_TEST_SUITE(Compare, Widths);
 
 TYPED_TEST(Compare, GivesTheDifferenceOfTheFirstCodesOrOfTheLengths) {
     using R = KordCharacterRange<TypeParam>;
-    struct Row {
-        const char *a, *b;
-        int exact, nocase;
+    // clang-format off
+    const struct { const char *a, *b; int exact, nocase; } rows[] = {
+        {"", "", 0, 0}, {"", "abc", -3, -3}, {"abc", "", 3, 3}, {"abc", "abd", -1, -1}, {"abc", "ab", 1, 1},
+        {"ABC", "abc", -32, 0}, {"a", "_", 2, -30}, {"abc", "ABD", 32, -1}, {"z", "{z", -1, -33},
+        {"\xE9", "e", 132, 132}, {"\xE9", "\xC9", 32, 0}, {"\xFF", "\x9F", 96, 0}, {"\xDF", "S", 140, 140},
     };
-    const Row rows[] = {{"", "", 0, 0},          {"", "abc", -3, -3},
-                        {"abc", "", 3, 3},       {"abc", "abd", -1, -1},
-                        {"abc", "ab", 1, 1},     {"ABC", "abc", -32, 0},
-                        {"a", "_", 2, -30},      {"abc", "ABD", 32, -1},
-                        {"z", "{z", -1, -33},    {"\xE9", "e", 132, 132},
-                        {"\xE9", "\xC9", 32, 0}, {"\xFF", "\x9F", 96, 0},
-                        {"\xDF", "S", 140, 140}, {"abcdefghijklmnopqrstuvwxyz", "abcdefghijklmnopqrstuvwxy", 1, 1}};
-    for (const Row& x : rows) {
-        const std::u32string wide_a = codes(aliteral(x.a)), wide_b = codes(aliteral(x.b));
-        const std::vector<TypeParam> a(wide_a.begin(), wide_a.end());
-        std::vector<TypeParam> b(wide_b.begin(), wide_b.end());
-        const unsigned int n = static_cast<unsigned int>(b.size());
-        b.push_back(0);
-        b.push_back('x');
-        const R left(a.data(), 0, static_cast<unsigned int>(a.size())), right(b.data(), 0, n + 2);
-        EXPECT_EQ(left.compare(R(right, 0, n)), x.exact) << x.a << ' ' << x.b;
-        EXPECT_EQ(left.compare_nocase(R(right, 0, n)), x.nocase) << x.a << ' ' << x.b;
-        EXPECT_EQ(left.compare(b.data()), x.exact);
-        EXPECT_EQ(left.compare_nocase(b.data()), x.nocase);
-        EXPECT_EQ(left.compare(0, R::npos, b.data()) + left.compare(0, 9999, right, 0, n), 2 * x.exact);
-        EXPECT_EQ(left.compare_nocase(0, R::npos, b.data(), n) + left.compare_nocase(0, 99, right, 0, n), 2 * x.nocase);
-        EXPECT_EQ(right.compare(2u, 0u, a.data(), 0u) + R().compare_nocase(right), -static_cast<int>(n + 2));
+    // clang-format on
+    for (const auto& [left, right, exact, nocase] : rows) {
+        const auto a = exactly<TypeParam>(left);
+        auto b = exactly<TypeParam>(right);
+        const auto n = static_cast<unsigned int>(b.size());
+        b.insert(b.end(), {0, 'x'});
+        const R x = range_of(a), y = range_of(b);
+        const int all[] = {x.compare(R(y, 0, n)), x.compare(b.data()), x.compare(0, R::npos, b.data()),
+                           x.compare(0, 9999, y, 0, n)};
+        const int all_nocase[] = {x.compare_nocase(R(y, 0, n)), x.compare_nocase(b.data()),
+                                  x.compare_nocase(0, R::npos, b.data(), n), x.compare_nocase(0, 99, y, 0, n)};
+        for (const int difference : all) EXPECT_EQ(difference, exact) << left << ' ' << right;
+        for (const int difference : all_nocase) EXPECT_EQ(difference, nocase) << left << ' ' << right;
     }
 }
 
 TYPED_TEST(Compare, PiecesAreClampedAndTextsMeasured) {
     using R = KordCharacterRange<TypeParam>;
-    const Units<TypeParam> units("abc"), zeros(std::string_view("a\0b", 3));
-    const R abc(units), azb(zeros, 0, 3);
-    EXPECT_EQ(abc.compare('a') + abc.compare_nocase('A'), 4);
-    EXPECT_EQ(R(units, 0, 1).compare('a') + R(units, 0, 1).compare_nocase('A'), 0);
-    EXPECT_EQ(R().compare('a') + R().compare_nocase('a'), -2);
+    const Units<TypeParam> text("abc"), zeros(std::string_view("a\0b", 3));
+    const R abc(text), azb(zeros, 0, 3);
+    EXPECT_EQ(abc.compare('a') + R().compare('a') + abc.compare_nocase('A') + R().compare_nocase('a'), 2 - 1 + 2 - 1);
     EXPECT_EQ(abc.compare(static_cast<const TypeParam*>(nullptr)), 3);
     EXPECT_EQ(abc.compare_nocase(1, 1, static_cast<const TypeParam*>(nullptr), 7), 1);
-    EXPECT_EQ(abc.compare(3, 1, units) + abc.compare(9, R::npos, units) + abc.compare_nocase(R::npos, 0, units), -9);
+    EXPECT_EQ(abc.compare(3, 1, text) + abc.compare(9, R::npos, text) + abc.compare_nocase(R::npos, 0, text), -9);
     EXPECT_EQ(abc.compare(1, R::npos, abc, 1) + abc.compare(1, 1, abc, 1, 1) + abc.compare(5, 2, abc, 0, 0), 0);
     EXPECT_EQ(abc.compare_nocase(1, 9, abc, 2, 9) + abc.compare(0, 2, abc, 7, 9), 'b' - 'c' + 2);
     EXPECT_EQ(azb.compare(0, R::npos, zeros, 3), 0);
     EXPECT_EQ(azb.compare(0, R::npos, zeros), 2);
-    EXPECT_EQ(azb.compare(R(azb, 0, 1)), 2);
 }
 
 // At every length and place around a block, with faults beside both texts.
@@ -65,20 +58,20 @@ TYPED_TEST(Compare, FindsTheFirstDifferenceWhereverItIs) {
         TypeParam *const a = low.data(), *const b = high.data();
         const R left(a, 0, n), right(b, 0, n);
         for (unsigned int i = 0; i < n; i += i % 3 + 1) a[i] = 'G';
-        EXPECT_EQ(left.compare_nocase(right), 0);
-        EXPECT_EQ(left.compare(right), 'G' - 'g');
+        ASSERT_EQ(left.compare_nocase(right), 0) << n;
+        ASSERT_EQ(left.compare(right), 'G' - 'g') << n;
         for (unsigned int i = 0; i != n; ++i) {
             const TypeParam old = a[i];
             b[n - 1] = 'X';
             a[i] = static_cast<TypeParam>(sizeof(TypeParam) == 1 ? 0xE9 : 0x6701); // the low byte is the smaller one
-            const int code = sizeof(TypeParam) == 1 ? 0xC9 : 0x6701;
-            EXPECT_EQ(left.compare_nocase(right), code - (i == n - 1 ? 'X' : 'G')) << n << ' ' << i;
-            EXPECT_EQ(right.compare_nocase(left), (i == n - 1 ? 'X' : 'G') - code);
-            EXPECT_EQ(left.compare_nocase(R(right, 0, i)), static_cast<int>(n - i));
+            const int difference = (sizeof(TypeParam) == 1 ? 0xC9 : 0x6701) - (i == n - 1 ? 'X' : 'G');
+            ASSERT_EQ(left.compare_nocase(right), difference) << n << ' ' << i;
+            ASSERT_EQ(right.compare_nocase(left), -difference) << n << ' ' << i;
+            ASSERT_EQ(left.compare_nocase(R(right, 0, i)), static_cast<int>(n - i)) << n << ' ' << i;
             a[i] = old;
-            std::copy(a, a + n, b);
+            std::copy_n(a, n, b);
             b[i] = 0;
-            EXPECT_EQ(left.compare(right), old) << n << ' ' << i;
+            ASSERT_EQ(left.compare(right), old) << n << ' ' << i;
             std::fill_n(b, n, TypeParam{'g'});
         }
     }
@@ -93,19 +86,19 @@ TYPED_TEST(Compare, IgnoresCaseForEveryPairOfCodes) {
             a[17] = static_cast<TypeParam>(c);
             b[17] = static_cast<TypeParam>(d);
             const int difference = KordToUpper(c) - KordToUpper(d);
-            ASSERT_EQ(R(a.data(), 0, 20).compare_nocase(R(b.data(), 0, 20)), difference != 0 ? difference : 'X' - 'Z')
+            ASSERT_EQ(range_of(a).compare_nocase(range_of(b)), difference != 0 ? difference : 'X' - 'Z')
                 << c << ' ' << d;
-            ASSERT_EQ(R(a.data(), 17, 1).compare_nocase(b[17]), difference);
+            ASSERT_EQ(R(a.data(), 17, 1).compare_nocase(b[17]), difference) << c << ' ' << d;
         }
     }
 }
 
 TEST(WideCompare, OrdersByUnitAndFoldsNothingAbove255) {
-    const unsigned short alpha[] = {0x3B1}, capital[] = {0x391}, last[] = {0xFFFF}, a[] = {0x41};
-    using R = KordCharacterRange<unsigned short>;
-    EXPECT_EQ(R(alpha, 0, 1).compare_nocase(R(capital, 0, 1)), 32);
-    EXPECT_EQ(R(last, 0, 1).compare(R(a, 0, 1)), 65470);
-    EXPECT_EQ(R(a, 0, 1).compare_nocase(last[0]), -65470);
+    const auto alpha = exactly<unsigned short>(U"\x3B1"), capital = exactly<unsigned short>(U"\x391");
+    const auto last = exactly<unsigned short>(U"\xFFFF"), a = exactly<unsigned short>(U"A");
+    EXPECT_EQ(range_of(alpha).compare_nocase(range_of(capital)), 32);
+    EXPECT_EQ(range_of(last).compare(range_of(a)), 65470);
+    EXPECT_EQ(range_of(a).compare_nocase(last[0]), -65470);
 }
 
 } // namespace

@@ -106,16 +106,15 @@ class Convert : public ::testing::Test {
 
 // clang-format off
 /// Rows by hand, to which the models are held.
-const struct { Utf16 units; Utf8 bytes; unsigned long counted; bool fails = false; } written_rows[] = {
+const struct { Utf16 units; Utf8 bytes; std::size_t counted; bool fails = false; } written_rows[] = {
     {{0x7F}, {0x7F}, 1}, {{0x80}, {0xC2, 0x80}, 2}, {{0x7FF}, {0xDF, 0xBF}, 2}, {{0x800}, {0xE0, 0xA0, 0x80}, 3},
-    {{0x41, 0, 0x42}, {0x41, 0, 0x42}, 3},
-    {{0xFFFF}, {0xEF, 0xBF, 0xBF}, 3}, {{0xD800, 0xDC00}, {0xF0, 0x90, 0x80, 0x80}, 4},
-    {{0xDBFF, 0xDFFF}, {0xF4, 0x8F, 0xBF, 0xBF}, 4}, {{0xD83D, 0xDE00}, fillers8[3], 4},
+    {{0x41, 0, 0x42}, {0x41, 0, 0x42}, 3}, {{0xFFFF}, {0xEF, 0xBF, 0xBF}, 3},
+    {{0xD800, 0xDC00}, {0xF0, 0x90, 0x80, 0x80}, 4}, {{0xDBFF, 0xDFFF}, {0xF4, 0x8F, 0xBF, 0xBF}, 4},
     {{0xD800}, {}, 4, true}, {{0xDC00}, {}, 0, true}, {{0xD800, 0x41}, {}, 5, true},
     {{0x41, 0xDC00, 0x41}, {0x41}, 2, true},
 };
 const struct { Utf8 bytes; Utf16 units; } read_rows[] = {
-    {{0}, {0}}, {{0xC3, 0xA9}, {0xE9}}, {{0xE2, 0x82, 0xAC}, {0x20AC}}, {{0xF0, 0x9F, 0x98, 0x80}, {0xD83D, 0xDE00}},
+    {{0}, {0}}, {fillers8[1], {0xE9}}, {fillers8[2], {0x20AC}}, {fillers8[3], {0xD83D, 0xDE00}},
     {{0x80}, {0xFFFD}}, {{0xFF}, {0xFFFD}}, {{0xC3}, {}}, {{0xC3, 0xC3}, {0xFFFD}}, {{0xC3, 0x41}, {0xFFFD, 0x41}},
     {{0xE2, 0x82}, {}}, {{0xE2, 0x82, 0x41}, {0xFFFD, 0x41}}, {{0xE2, 0xE2, 0x82}, {0xFFFD}}, {{0xF0, 0x9F, 0x98}, {}},
     {{0xED, 0xA0, 0x80}, {0xD800}}, {{0xC0, 0x80}, {0}}, {{0xE0, 0x80, 0xAF}, {0x2F}},
@@ -141,10 +140,10 @@ TEST_F(Convert, AnsiTakesUnitsBelow255AtEveryPlace) {
     for (std::size_t n = 0; n != 70; ++n) {
         for (const unsigned short bad : Utf16{0xFE, 0xFF, 0x100, 0x1FE, 0x7FFF, 0x8000, 0xFF00, 0xFFFF}) {
             for (std::size_t place = 0; place <= n; ++place) {
-                Utf16 text(n + 1);
+                Utf16 text(n);
                 std::iota(text.begin(), text.end(), static_cast<unsigned short>(0xFF - n));
-                text[place] = bad;
-                ansi(Utf16(text.begin(), text.begin() + n));
+                if (place != n) text[place] = bad;
+                ansi(text);
             }
         }
     }
@@ -166,10 +165,8 @@ TEST_F(Convert, UnitsAreWrittenAtEveryOffsetOfEveryText) {
 }
 
 TEST_F(Convert, ShortByteSequencesAreReadByTheRules) {
-    // clang-format off
-    const Utf8 nasty{0, 0x41, 0x7F, 0x80, 0x9F, 0xA0, 0xBF, 0xC0, 0xC1, 0xC3, 0xDF, 0xE0, 0xE2, 0xED, 0xEF, 0xF0, 0xF4,
-    0xF7, 0xF8, 0xFF};
-    // clang-format on
+    const Utf8 nasty{0,    0x41, 0x7F, 0x80, 0x9F, 0xA0, 0xBF, 0xC0, 0xC1, 0xC3,
+                     0xDF, 0xE0, 0xE2, 0xED, 0xEF, 0xF0, 0xF4, 0xF7, 0xF8, 0xFF};
     std::vector<Utf8> pieces = sequences(nasty, 3);
     add(pieces, sequences(Utf8{0x41, 0x80, 0x8F, 0x90, 0xC3, 0xE2, 0xF0, 0xF4, 0xFF}, 4));
     for (const Utf8& piece : pieces) {
@@ -187,21 +184,6 @@ TEST_F(Convert, BytesAreReadAtEveryOffsetIntoEveryRoom) {
         for (std::size_t i = 0; i != 100 * 4; ++i) {
             reading(embed(fillers8[i % 4], i / 4, piece, 27 - i / 4 % 27), true);
             reading(embed(fillers8[i % 4], i / 4, piece, 150));
-        }
-    }
-}
-
-// So few of them that the source ends soon behind the last block.
-TEST_F(Convert, TwoForeignCharactersAreReadAnywhere) {
-    for (std::size_t length = 60; length < 84; length += length < 70 ? 1 : 5) {
-        for (std::size_t first = 0; first != length; ++first) {
-            for (std::size_t second = first; second != length; ++second) {
-                Utf8 text(length, 'a');
-                text.insert(text.begin() + second, {0xC3, 0xA9});
-                const Utf8& foreign = fillers8[1 + (first + second + length) % 3];
-                text.insert(text.begin() + first, foreign.begin(), foreign.end());
-                reading(text);
-            }
         }
     }
 }

@@ -74,12 +74,10 @@ TEST(FormatArguments, MeanWhatTheySay) {
     const std::string rows[][2] = {
         {with("%u", 7u), "7"}, {with("%d", 7u), "refused"}, {with("%u", 7), "refused"}, {with("%f", 7), "refused"},
         {with("%d", s), "-3"}, {with("%d", static_cast<unsigned char>(200)), "200"}, {with("%d", true), "1"},
-        {with("%d", green), "1"}, {with("%d", INT_MIN), "-2147483648"}, {with("%u", UINT_MAX), "4294967295"},
-        {with("%x", std::size_t{255}), "ff"},
-        {with("%f", 2.5f), "2.500000"}, {with("%d", static_cast<signed char>(-1)), "-1"}, {with("%c", 'x'), "x"},
-        {with("%d", 'x'), "refused"}, {with("%d/%d", s, true), "-3/1"}, {with("%d of %f", 3, 0.5f), "3 of 0.500000"},
+        {with("%d", green), "1"}, {with("%u", UINT_MAX), "4294967295"}, {with("%x", std::size_t{255}), "ff"},
+        {with("%f", 2.5f), "2.500000"}, {with("%c", 'x'), "x"}, {with("%d", 'x'), "refused"},
+        {with("%d/%d", s, true), "-3/1"}, {with("%d of %f", 3, 0.5f), "3 of 0.500000"},
         {with("%f %f", 0.5f, 3u), "0.500000 3.000000"}, {with("%f %d", 0.5, 3), "refused"},
-        {with("%f %f", 1.5, INT_MIN), "1.500000 -2147483648"},
         {with("%s=%d", name, 3), "n=3"}, {with("%s=%d", "n", green), "n=1"}, {with("%s=%f", "n", 2.5f), "n=2.500000"},
         {with("%s=%s", aliteral("n"), name), "n=n"}, {with("%s", "text"), "text"}, {with("%s", nullptr), ""},
         {with("%s%s", "a", nullptr), "a"}, {with(7), "+7"}, {with(7u), "7"}, {with(s), "-3"}, {with(true), "+1"},
@@ -88,17 +86,14 @@ TEST(FormatArguments, MeanWhatTheySay) {
         {shown(f().format(0)), "+0"}, {shown(f().format("%d", 0)), "0"}, {shown(f().format("%s", 0)), "refused"},
         {shown(f().format("%s=%s", "n", 0)), "refused"}, {shown(f().format("%d %d", 0, 0)), "0 0"},
         {shown(f().format("%d %f", 0, 0.5)), "0 0.500000"}, {shown(f().format("%f %f", 0.5, 0)), "0.500000 0.000000"},
-        {shown(f().format("%s=%d", "n", 0)), "n=0"}, {shown(f().format("%u", 0u)), "0"},
-        {shown(f().format("%u", 0ul)), "0"}, {shown(f().format("%s %d", name, 0)), "n 0"},
-        {shown(f().format("a%d", 1).append("!")), "a1!"},
+        {shown(f().format("%s=%d", "n", 0)), "n=0"}, {shown(f().format("%u", 0ul)), "0"},
         {std::string(kordSignatureD) + kordSignatureU + kordSignatureF + kordSignatureC + kordSignatureS +
-            kordSignatureDD + kordSignatureDF + kordSignatureFF + kordSignatureSD + kordSignatureSF + kordSignatureSS,
+         kordSignatureDD + kordSignatureDF + kordSignatureFF + kordSignatureSD + kordSignatureSF + kordSignatureSS,
          "dufcsdddfffsdsfss"},
     };
     for (const auto& row : rows) EXPECT_EQ(row[0], row[1]) << "row " << &row - rows;
     if constexpr (long_long) {
-        EXPECT_EQ(with("%d", LLONG_MIN) + with("%x", ~0ull) + with("%s%d", "n", 4294967295u),
-        "-9223372036854775808ffffffffffffffffn4294967295");
+        EXPECT_EQ(with("%d", LLONG_MIN) + with("%s%d", "n", UINT_MAX), "-9223372036854775808n4294967295");
         EXPECT_EQ(with("%d %d", 1u, LLONG_MAX) + with("%u", huge), "1 92233720368547758077");
     }
 }

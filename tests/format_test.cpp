@@ -21,8 +21,7 @@ void check(const std::u32string& text, const std::vector<Value>& values, bool po
     std::list<std::vector<T>> kept; // texts of their own, so that no character behind one is read unnoticed
     const auto lend = [&kept](const auto& value) {
         if constexpr (requires { value.size(); }) {
-            const std::vector<T>& units = kept.emplace_back(value.begin(), value.end());
-            return KordCharacterRange<T>(units.data(), 0, static_cast<unsigned int>(units.size()));
+            return range_of(kept.emplace_back(exactly<T>(value)));
         } else if constexpr (std::is_same_v<decltype(value), const char32_t&>) {
             return static_cast<T>(value);
         } else {
@@ -44,7 +43,6 @@ void check(const std::u32string& text, const std::vector<Value>& values, bool po
             std::visit(call, values[0], values[1]);
         }
         ASSERT_FALSE(model.too_long) << show(tmpl);
-        ASSERT_EQ(holders(copy), 1u) << show(tmpl);
         ASSERT_EQ(codes(s), model.refused ? U"" : model.text) << show(tmpl);
         ASSERT_EQ(holders(s), model.refused ? 0u : 1u) << show(tmpl);
         ASSERT_EQ(s.capacity(), model.refused ? 0 : Model<T>::capacity_for(model.estimate)) << show(tmpl);
@@ -52,7 +50,7 @@ void check(const std::u32string& text, const std::vector<Value>& values, bool po
     } catch (const os_length_error&) {
         ASSERT_TRUE(model.too_long && s.data() == copy.data() && s.length() == 6) << show(tmpl);
     }
-    ASSERT_EQ(show(copy), "before") << show(tmpl);
+    ASSERT_TRUE(show(copy) == "before" && holders(copy) == (model.too_long ? 2 : 1)) << show(tmpl);
 }
 
 std::u32string wide(std::string_view text) {
@@ -68,36 +66,29 @@ const char* const too_long = "too long";
 
 // clang-format off
 TYPED_TEST(Format, WritesWhatThePlaceholdersSay) {
-    const Value a = U"a", b = U"b", abc = U"abc", ff = 255UL, text = std::u32string(0x90000, 'x');
+    const Value a = U"a", abc = U"abc", ff = 255UL, text(std::in_place_type<std::u32string>, 0x90000, U'x');
     const struct { std::string_view tmpl; std::vector<Value> values; const char* text; } rows[] = {
         {"%+d", {0L}, "+0"}, {"% d", {42L}, " 42"}, {"% d", {-42L}, "-42"}, {"%+ d", {42L}, "+42"}, {"%i", {-7L}, "-7"},
-        {"%5d", {42L}, "   42"}, {"%-5d", {42L}, "42   "}, {"%05d", {-42L}, "-0042"}, {"%+05d", {42L}, "+0042"},
-        {"% 05d", {42L}, " 0042"}, {"%-05d", {42L}, "42   "},
-        {"%d", {-2147483647L - 1}, "-2147483648"}, {"%u", {4294967295UL}, "4294967295"}, {"%.3d", {5L}, "5"},
-        {"%ld %hd", {7L, 7L}, "7 7"}, {"%hhlLd", {7L}, "7"}, {"%+u", {7UL}, "7"}, {"%X", {ff}, "FF"},
-        {"%#x", {0UL}, "0x0"}, {"%#06x", {ff}, "0x00ff"}, {"%#6X", {ff}, "  0XFF"}, {"%#-6x|", {ff}, "0xff  |"},
-        {"%03c", {U'-'}, "-00"}, {"%.2s", {abc}, "ab"}, {"%.s", {abc}, ""}, {"%5s", {abc}, "  abc"},
-        {"%-5s", {abc}, "abc  "}, {"%05s", {U"-a"}, "-000a"}, {"%05s", {U" a"}, "000 a"}, {"% 05s", {U" a"}, " 000a"},
-        {"% s", {abc}, "abc"}, {"%03s", {U""}, "000"}, {"%3s", {U""}, "   "},
-        {"%f", {2.5}, "2.500000"}, {"%.2f", {2.675}, "2.68"}, {"%.0f", {-2.5}, "-3"}, {"%+.1f", {2.25}, "+2.3"},
-        {"%f", {1e9}, "1000000000"}, {"%f", {-0.0}, "0.000000"}, {"% .16f", {-0.0}, " -0"},
-        {"% 06.1f", {1.5}, " 001.5"}, {"% f", {std::nan("")}, "nan"}, {"%+05f", {HUGE_VAL}, "+0inf"},
-        {"%.4294967295f", {2.5}, "2.500000"},
+        {"%5d", {42L}, "   42"}, {"%-5d", {42L}, "42   "}, {"%05d", {-42L}, "-0042"}, {"% 05d", {42L}, " 0042"},
+        {"%-05d", {42L}, "42   "}, {"%d", {-2147483647L - 1}, "-2147483648"}, {"%u", {4294967295UL}, "4294967295"},
+        {"%.3d", {5L}, "5"}, {"%ld %hd", {7L, 7L}, "7 7"}, {"%hhlLd", {7L}, "7"}, {"%+u", {7UL}, "7"},
+        {"%X", {ff}, "FF"}, {"%#x", {0UL}, "0x0"}, {"%#06x", {ff}, "0x00ff"}, {"%#6X", {ff}, "  0XFF"},
+        {"%03c", {U'-'}, "-00"}, {"%.2s", {abc}, "ab"}, {"%.s", {abc}, ""}, {"%-5s", {abc}, "abc  "},
+        {"%05s", {U"-a"}, "-000a"}, {"% 05s", {U" a"}, " 000a"}, {"% s", {abc}, "abc"}, {"%03s", {U""}, "000"},
+        {"%f", {2.5}, "2.500000"}, {"%.2f", {2.675}, "2.68"}, {"%.0f", {-2.5}, "-3"}, {"%f", {1e9}, "1000000000"},
+        {"%f", {-0.0}, "0.000000"}, {"% .16f", {-0.0}, " -0"}, {"% 06.1f", {1.5}, " 001.5"},
+        {"% f", {std::nan("")}, "nan"}, {"%+05f", {HUGE_VAL}, "+0inf"}, {"%.4294967295f", {2.5}, "2.500000"},
         {"%%%d%5%", {5L}, "%5%"}, {"%d%-9", {5L}, "5"}, {"%d%\0%d, rest"sv, {5L}, "5"},
-        {"%s and %s", {a, b}, "a and b"}, {"%s=%f", {a, 2.5}, "a=2.500000"}, {"%d/%f", {3L, 0.5}, "3/0.500000"},
+        {"%s and %s", {a, abc}, "a and abc"}, {"%s=%f", {a, 2.5}, "a=2.500000"}, {"%d/%f", {3L, 0.5}, "3/0.500000"},
         {"%f, %.1f", {1.0, 2.0}, "1.000000, 2.0"}, {"%4294967295%%d", {7L}, "%7"}, {"%d%4294967295", {7L}, "7"},
-        {"text", {5L}, refused}, {"%d %d", {5L}, refused}, {"%d", {1L, 2L}, refused}, {"%s", {a, b}, refused},
-        {"%f/%d", {3L, 0.5}, refused}, {"%d", {5.0}, refused}, {"%s", {5L}, refused}, {"%x", {5L}, refused},
-        {"%f", {5L}, refused}, {"%d", {5UL}, refused}, {"%c", {a}, refused}, {"%s", {U'x'}, refused},
-        {"%e", {5.0}, refused}, {"%o", {5UL}, refused},
+        {"text", {5L}, refused}, {"%d %d", {5L}, refused}, {"%d", {1L, 2L}, refused}, {"%d", {5.0}, refused},
+        {"%x", {5L}, refused}, {"%d", {5UL}, refused}, {"%c", {a}, refused}, {"%e", {5.0}, refused},
         {"%99999999999d", {5L}, refused}, {"%.99999999999d", {5L}, refused}, {"%*d", {5L}, refused},
         {"%.*f", {5.0}, refused}, {"%*%%d", {5L}, refused}, {"%d%.*", {5L}, refused}, {"%4294967295d%d", {7L}, refused},
         {"%1048577d", {7L}, too_long}, {"a%1048576d", {7L}, too_long}, {"%-4294967295x", {7UL}, too_long},
-        {"%4294967295c", {U'c'}, too_long}, {"%4294967295d%4294967295d", {7L, 7L}, too_long},
-        {"%2147483648d%2147483648d", {7L, 7L}, too_long}, {"%4294967295d%1d", {7L, 7L}, too_long},
-        {"%.1048564f", {0.5}, too_long}, {"%.4294967294f", {0.5}, too_long}, {"%.4294967283f", {0.5}, too_long},
-        {"%4294967295s", {a}, too_long}, {"%1048576s", {a}, too_long}, {"%.1s%.1s", {text, text}, too_long},
-        {"%.1s%d", {text, 7L}, "x7"}, {"%.1048563f", {0.5}, "0.5"}, 
+        {"%4294967295d%4294967295d", {7L, 7L}, too_long}, {"%2147483648d%2147483648d", {7L, 7L}, too_long},
+        {"%.1048564f", {0.5}, too_long}, {"%.1048563f", {0.5}, "0.5"}, {"%.4294967283f", {0.5}, too_long},
+        {"%1048576s", {a}, too_long}, {"%.1s%.1s", {text, text}, too_long}, {"%.1s%d", {text, 7L}, "x7"},
     };
     for (const auto& row : rows) {
         const FormatModel model(wide(row.tmpl), row.values);
@@ -197,21 +188,19 @@ TYPED_TEST(Format, TemplateAndTextsMayLieInTheString) {
 }
 
 TYPED_TEST(Format, NumbersAloneAreWrittenIntoTheStringsOwnBlock) {
-    const auto number = [](auto n, const std::u32string& text, unsigned int room) {
-        const Units<TypeParam> literal("literal");
-        const String<TypeParam> before(100, 'x');
-        String<TypeParam> fresh, shared = before, foreign, piece(before, 3, 5), s(100, 'x');
+    const Units<TypeParam> literal("literal");
+    const String<TypeParam> before(100, 'x');
+    const auto number = [&](auto n, const std::u32string& text, unsigned int room) {
+        String<TypeParam> fresh, shared = before, foreign, piece(before, 3, 5), own(100, 'x');
         foreign.assign_literal(literal);
-        const auto* const block = block_of(s);
-        const unsigned int kept = s.capacity();
-        for (auto* const t : {&fresh, &shared, &foreign, &piece, &s}) {
+        const auto* const block = block_of(own);
+        for (auto* const t : {&fresh, &shared, &foreign, &piece, &own}) {
             EXPECT_EQ(&t->format(n), t);
             EXPECT_EQ(codes(*t), text);
             EXPECT_TRUE(*t->cend() == 0 && holders(*t) == 1);
         }
-        EXPECT_TRUE(block_of(s) == block && s.capacity() == kept);
+        EXPECT_TRUE(block_of(own) == block && own.capacity() == before.capacity());
         for (auto* const t : {&fresh, &foreign}) EXPECT_EQ(t->capacity(), Model<TypeParam>::capacity_for(room));
-        EXPECT_EQ(codes(before) + codes(KordCharacterRange<TypeParam>(literal)), std::u32string(100, 'x') + U"literal");
     };
     const unsigned int room = sizeof(long) == 8 ? 20 : 16;
     Dice below(8);
@@ -223,6 +212,7 @@ TYPED_TEST(Format, NumbersAloneAreWrittenIntoTheStringsOwnBlock) {
         number(std::get<unsigned long>(u), FormatModel(U"%u", {u}).text, room);
         number(x, wide(text.substr(text[0] == '+')), 32);
     }
+    EXPECT_EQ(show(before), std::string(100, 'x'));
 }
 
 TEST(FormatLocale, TheDecimalPointIsNoMatterOfTheLocale) {

@@ -20,7 +20,8 @@ using KordHash::FowlerNollVo, KordHash::Jenkins, KordHash::OneAtATime, KordHash:
 /// FowlerNollVo, Jenkins, OneAtATime, ObjectSpace, RamakrishnaZobel.
 using Hashes = std::array<unsigned long, 5>;
 
-std::uint32_t jenkins(std::string_view text) {
+Hashes plainly(std::string_view text) {
+    std::uint32_t fnv = 0x811C9DC5, once = 0, object = static_cast<std::uint32_t>(text.size()), shifted = 0;
     std::uint32_t words[] = {0x9E3779B9, 0x9E3779B9, 0};
     const auto mix = [&words] {
         const int shifts[] = {-13, 8, -13, -12, 16, -5, -3, 10, -15};
@@ -30,31 +31,25 @@ std::uint32_t jenkins(std::string_view text) {
         }
     };
     for (std::size_t i = 0; i != text.size(); ++i) {
-        const bool rest = i >= text.size() - text.size() % 12;
-        const std::size_t place = i % 12 + (rest && i % 12 >= 8); // the lowest byte of the last word is the length's
-        words[place / 4] += static_cast<std::uint32_t>(static_cast<unsigned char>(text[i])) << 8 * (place % 4);
-        if (i % 12 == 11) mix();
-    }
-    words[2] += static_cast<std::uint32_t>(text.size());
-    mix();
-    return words[2];
-}
-
-Hashes plainly(std::string_view text) {
-    std::uint32_t fnv = 0x811C9DC5, once = 0, object = static_cast<std::uint32_t>(text.size()), shifted = 0;
-    for (const char c : text) {
-        const std::uint32_t byte = static_cast<unsigned char>(c), extended = byte < 0x80 ? byte : byte + 0xFFFFFF00;
+        const std::uint32_t byte = static_cast<unsigned char>(text[i]);
+        const std::uint32_t extended = byte < 0x80 ? byte : byte + 0xFFFFFF00;
         fnv = fnv * 16777619 ^ byte;
         once += extended;
         once += once << 10;
         once ^= once >> 6;
         object = object * 613 + extended;
         shifted ^= (shifted << 5) + (shifted >> 2) + extended;
+        const bool rest = i >= text.size() - text.size() % 12;
+        const std::size_t place = i % 12 + (rest && i % 12 >= 8); // the lowest byte of the last word is the length's
+        words[place / 4] += byte << 8 * (place % 4);
+        if (i % 12 == 11) mix();
     }
     once += once << 3;
     once ^= once >> 11;
     once += once << 15;
-    return {fnv, jenkins(text), once, object % 1073741827, shifted};
+    words[2] += static_cast<std::uint32_t>(text.size());
+    mix();
+    return {fnv, words[2], once, object % 1073741827, shifted};
 }
 
 Hashes of_range(std::string_view text) {
@@ -78,14 +73,11 @@ TEST(Hash, HasTheKnownResults) {
     // clang-format on
     for (const auto& [text, hashes] : rows) {
         EXPECT_EQ(plainly(text), hashes) << text;
-        EXPECT_EQ(of_range(text), hashes) << text;
         EXPECT_EQ(of_text(text.c_str(), text.size()), hashes) << text;
     }
     for (const std::string& same : {std::string(4000, '\xFF'), std::string(4001, '\0'), std::string(70000, '\x80')})
         EXPECT_EQ(of_range(same), plainly(same)) << same.size();
     EXPECT_EQ(of_range({}), rows[0].hashes); // nothing is read of no bytes
-    EXPECT_EQ(Jenkins(static_cast<const char*>(nullptr), 0), 0xBD49D10D);
-    EXPECT_EQ(ObjectSpace(static_cast<const char*>(nullptr), 0), 0u);
 }
 
 // With faults on either side of the text and right behind its zero.
@@ -105,14 +97,13 @@ TEST(Hash, IsTheDefinitionsAtEveryLengthAndAlignment) {
 }
 
 TEST(Hash, LengthsMayBeAnyInteger) {
-    const char text[] = "abc";
-    static_assert(noexcept(Jenkins(text, 3)) && std::is_same_v<decltype(Jenkins(text, 0)), unsigned long>);
-    const auto takes = [&text](auto... three) {
-        for (const unsigned long hash : {Jenkins(text, three)...}) EXPECT_EQ(hash, 0x251E4793u);
-        for (const unsigned long hash : {ObjectSpace(text, three)...}) EXPECT_EQ(hash, 0x2B5D841Du);
+    static_assert(noexcept(Jenkins("abc", 3)) && std::is_same_v<decltype(Jenkins("abc", 0)), unsigned long>);
+    const auto takes = [](auto... three) {
+        for (const unsigned long hash : {Jenkins("abc", three)...}) EXPECT_EQ(hash, 0x251E4793u);
+        for (const unsigned long hash : {ObjectSpace("abc", three)...}) EXPECT_EQ(hash, 0x2B5D841Du);
     };
     takes(3, 3u, 3l, 3ul, 3ll, 3ull);
-    EXPECT_EQ(Jenkins(text, 0) - ObjectSpace(text, 0), 0xBD49D10D); // not a null pointer
+    EXPECT_EQ(Jenkins("abc", 0) - ObjectSpace("abc", 0), 0xBD49D10D); // not a null pointer
 }
 
 } // namespace

@@ -26,11 +26,9 @@ Values values(const List& list) {
 
 TEST(List, InsertsBeforeAndErasesAtAPosition) {
     static_assert(std::bidirectional_iterator<List::const_iterator>);
-    List list;
-    EXPECT_EQ(list.begin(), list.end());
-    const auto two = list.insert(list.end(), 2);
+    List list = make({2, 3});
+    const auto two = list.begin();
     EXPECT_EQ(*list.insert(two, 1), 1);
-    list.insert(list.end(), 3);
     EXPECT_EQ(values(list), (Values{1, 2, 3}));
     auto walk = list.begin();
     EXPECT_EQ(*walk++, 1);
@@ -38,6 +36,7 @@ TEST(List, InsertsBeforeAndErasesAtAPosition) {
     EXPECT_EQ(*list.erase(two), 3);
     list.erase(list.erase(walk));
     EXPECT_EQ(values(list), Values());
+    EXPECT_TRUE(list.empty() && list.begin() == list.end());
 }
 
 TEST(List, AssignsOverWhatIsThereThenAppendsOrErases) {

@@ -16,29 +16,21 @@ TYPED_TEST_SUITE(Strings, Widths);
 
 TYPED_TEST(Strings, ConstructorsEnterTheirStates) {
     using S = String<TypeParam>;
-    const Units<TypeParam> text(std::string_view("ab\0cd", 5));
-    const TypeParam* const null = nullptr;
-    const TypeParam* const units = text;
-    for (const S& s : {S(), S(null), S(null, 5u), S(nullptr, 5), S(null, null), S(nullptr, units)}) {
-        EXPECT_EQ(s.data(), nullptr);
-        EXPECT_EQ(s.capacity(), 0u);
+    const Units<TypeParam> units(std::string_view("ab\0cd", 5));
+    const TypeParam *const null = nullptr, *const text = units;
+    for (const S& s : {S(), S(null), S(null, 5u), S(nullptr, 5), S(null, null), S(nullptr, text)}) {
+        EXPECT_TRUE(s.data() == nullptr && s.capacity() == 0);
         EXPECT_EQ(*s.c_str(), 0);
     }
-    for (const S& s : {make<TypeParam>(""), S(0, 'x'), S(0, 0), S(units, 0), S(units, units), S::nullString}) {
-        EXPECT_TRUE(s.empty());
-        EXPECT_EQ(s.capacity(), smallest<TypeParam>);
+    for (const S& s : {make<TypeParam>(""), S(0, 'x'), S(0, 0), S(text, 0), S(text, text), S::nullString}) {
+        EXPECT_TRUE(s.empty() && s.capacity() == smallest<TypeParam>);
         EXPECT_EQ(s.c_str(), S().c_str());
     }
-    EXPECT_EQ(show(S(units)), "ab");
-    EXPECT_EQ(show(S(units, 5u)), "ab{0}cd");
-    EXPECT_EQ(show(S(units + 1, units + 4)), "b{0}c");
-    EXPECT_EQ(show(S(3, 'x')), "xxx");
-    EXPECT_EQ(*S::nullCString, 0);
-    EXPECT_EQ(holders(S::nullString), 1u);
+    EXPECT_EQ(show(S(text)) + show(S(text, 5u)) + show(S(text + 1, text + 4)) + show(S(3, 'x')), "abab{0}cdb{0}cxxx");
+    EXPECT_EQ(*S::nullCString + holders(S::nullString), 1u);
     EXPECT_THROW(S(0x100001u, 'x'), os_length_error);
-    EXPECT_THROW(S(units, 0x100000000ull), os_length_error);
-    const S first(units, 5u);
-    const S same(block_of(first), block_of(first)->first() + 3, 2);
+    EXPECT_THROW(S(text, 0x100000000ull), os_length_error);
+    const S first(text, 5u), same(block_of(first), block_of(first)->first() + 3, 2);
     EXPECT_EQ(show(same), "cd");
     EXPECT_EQ(holders(first), 2u);
 }
@@ -46,22 +38,18 @@ TYPED_TEST(Strings, ConstructorsEnterTheirStates) {
 TYPED_TEST(Strings, PiecesLieInTheirSourceUntilTheyNeedATerminator) {
     using S = String<TypeParam>;
     const S s = make<TypeParam>("hello"), u = s.substr(1, 3);
-    EXPECT_EQ(u.data(), s.data() + 1);
-    EXPECT_EQ(u.capacity(), s.capacity());
+    EXPECT_TRUE(u.data() == s.data() + 1 && s.substr(9).data() == s.cend());
     EXPECT_EQ(show(KordCharacterRange<TypeParam>(u.c_str())), "ell"); // moves: an 'o' follows the piece
     EXPECT_NE(block_of(u), block_of(s));
     EXPECT_EQ(s.substr(2).c_str(), s.data() + 2); // ends at the terminator: stays
-    EXPECT_EQ(s.substr(9).data(), s.cend());
     EXPECT_EQ(show(S(s, s.data() + 3, s.cend())), "lo");
     const Units<TypeParam> text("literal");
     EXPECT_EQ(&u.assign_literal(text), &u);
     EXPECT_EQ(u.c_str(), text);
     EXPECT_EQ(u.assign_literal(nullptr).data(), nullptr);
     S t;
-    BasicString<TypeParam>& base = t;
-    base = s; // the base class assigns as safely
-    const S copy = base;
-    EXPECT_EQ(holders(s), 3u);
+    static_cast<BasicString<TypeParam>&>(t) = s; // the base class assigns as safely
+    EXPECT_EQ(holders(s), 2u);
 }
 
 TYPED_TEST(Strings, TextIsAssignedAndAddedEvenItsOwn) {
@@ -82,51 +70,38 @@ TYPED_TEST(Strings, MovingAndSwappingExchangePointers) {
     using S = String<TypeParam>;
     static_assert(std::is_nothrow_move_constructible_v<S> && std::is_nothrow_move_assignable_v<S> &&
                   std::is_nothrow_copy_constructible_v<S> && std::is_nothrow_copy_assignable_v<S> &&
-                  std::is_nothrow_destructible_v<S> && std::is_nothrow_swappable_v<S> &&
-                  std::has_virtual_destructor_v<S>);
+                  std::is_nothrow_swappable_v<S> && std::has_virtual_destructor_v<S>);
     S s = make<TypeParam>("hello");
     const void* const block = block_of(s);
     S t(std::move(s)), u = make<TypeParam>("other");
     u = std::move(t);
-    EXPECT_EQ(s.data(), nullptr);
-    EXPECT_EQ(t.capacity(), 0u);
+    EXPECT_TRUE(s.data() == nullptr && t.capacity() == 0);
     S& alias = u;
     u = std::move(alias);
-    EXPECT_EQ(block_of(u), block);
-    EXPECT_EQ(holders(u), 1u);
+    EXPECT_TRUE(block_of(u) == block && holders(u) == 1);
 }
 
 TYPED_TEST(Strings, LengthsAboveTheLimitAreRefusedAndNothingChanges) {
     using S = String<TypeParam>;
     using R = KordCharacterRange<TypeParam>;
     const S half(0x80001, 'h'), s = make<TypeParam>("hello");
-    const std::vector<void (*)(S&, const S&)> rows = {
-        [](S& t, const S&) { t.reserve(0x100001); },
-        [](S& t, const S&) { t.append(0xFFFFFFFF, 'x'); },
-        [](S& t, const S&) { t.append(0xFFFFFFFF - 4, 'x'); },
-        [](S& t, const S&) { t.insert(2, 0xFFFFFFFE, 'x'); },
-        [](S& t, const S&) { t.get_buffer(0x100001); },
-        [](S& t, const S&) { t.release_buffer(0xFFFFFFFE); },
-        [](S& t, const S&) { t.append(R(t.data(), 0, 0xFFFFFFFE)); },
-        [](S& t, const S&) { t.replace(1, 2, R(t.data(), 0, 0xFFFFFFFE)); },
-        [](S& t, const S&) { t.assign(R(t.data(), 0, 0xFFFFFFFE)); },
-        [](S& t, const S& h) { (t = h).append(h); },
-        [](S& t, const S& h) { (t = h).insert(7, h); },
-        [](S& t, const S& h) { (t = h).replace(0, 1, h); },
+    const auto refuses = [&](const S& before, auto edit) {
+        S t = before;
+        EXPECT_THROW(edit(t), os_length_error);
+        return block_of(t) == block_of(before) && t.length() == before.length();
     };
-    for (std::size_t i = 0; i != rows.size(); ++i) {
-        S t = s;
-        EXPECT_THROW(rows[i](t, half), os_length_error) << i;
-        EXPECT_TRUE(block_of(t) == block_of(i < 9 ? s : half) && t.length() == (i < 9 ? s : half).length()) << i;
-    }
+    EXPECT_TRUE(refuses(s, [](S& t) { t.reserve(0x100001); }));
+    for (const unsigned int n : {0xFFFFFFFF, 0xFFFFFFFF - 4}) EXPECT_TRUE(refuses(s, [n](S& t) { t.append(n, 'x'); }));
+    EXPECT_TRUE(refuses(s, [](S& t) { t.insert(2, 0xFFFFFFFE, 'x'); }));
+    EXPECT_TRUE(refuses(s, [](S& t) { t.get_buffer(0x100001); }));
+    EXPECT_TRUE(refuses(s, [](S& t) { t.release_buffer(0xFFFFFFFE); }));
+    EXPECT_TRUE(refuses(s, [](S& t) { t.append(R(t.data(), 0, 0xFFFFFFFE)); }));
+    EXPECT_TRUE(refuses(s, [](S& t) { t.replace(1, 2, R(t.data(), 0, 0xFFFFFFFE)); }));
+    EXPECT_TRUE(refuses(s, [](S& t) { t.assign(R(t.data(), 0, 0xFFFFFFFE)); }));
+    EXPECT_TRUE(refuses(half, [](S& t) { t.append(t); }));
+    EXPECT_TRUE(refuses(half, [&half](S& t) { t.insert(7, half); }));
+    EXPECT_TRUE(refuses(half, [&half](S& t) { t.replace(0, 1, half); }));
     EXPECT_EQ(holders(s) + holders(half), 2u);
-    std::string said;
-    try {
-        S().reserve(0x100001);
-    } catch (const os_logic_error& e) {
-        said = e.what();
-    }
-    EXPECT_EQ(said, "BasicString<T>::reserve(c) with c > 0x100000");
     S full(0x100000, 'x'); // whose block has a little room left
     EXPECT_THROW(full += TypeParam{'y'}, os_length_error);
     EXPECT_THROW(full.append(S(1, 'y')), os_length_error);
@@ -136,12 +111,16 @@ TYPED_TEST(Strings, LengthsAboveTheLimitAreRefusedAndNothingChanges) {
     std::vector<TypeParam> units(0x100002, 'f');
     S foreign(nullptr, units.data(), 0x100001);
     EXPECT_THROW(foreign.begin(), os_length_error);
-    EXPECT_THROW(foreign.set_at(0, 'x'), os_length_error);
     EXPECT_THROW(foreign.c_str(), os_length_error);
     EXPECT_EQ(foreign.data(), units.data());
 }
 
 TEST(Errors, AnErrorKeepsItsOwnCopyOfTheMessageCutAt63) {
+    try {
+        astring().reserve(0x100001);
+    } catch (const os_logic_error& e) {
+        EXPECT_STREQ(e.what(), "BasicString<T>::reserve(c) with c > 0x100000");
+    }
     std::string text(63, 'x');
     const os_length_error whole(text.c_str()), copy(whole), cut((text + "y").c_str());
     text.assign(63, 'z');
@@ -165,12 +144,10 @@ TYPED_TEST(Strings, BuffersAreReleasedAtTheFirstZeroOrAtALength) {
     s.get_buffer(3); // cuts, and writes no terminator
     s.release_buffer(4);
     EXPECT_EQ(show(s), "xxx{0}");
-    s.release_buffer(1);
-    EXPECT_EQ(*s.cend(), 0);
     const String<TypeParam> copy = s = make<TypeParam>("hello");
     s.release_buffer(2); // without a buffer, still harmless to the copy
     EXPECT_EQ(show(s) + show(copy), "hehello");
-    EXPECT_EQ(*copy.cend(), 0);
+    EXPECT_EQ(*s.cend() + *copy.cend(), 0);
 }
 
 } // namespace

@@ -21,9 +21,7 @@ inline void put(Utf8& text, char32_t value, unsigned int more) {
     while (more-- != 0) text.push_back(static_cast<unsigned char>(0x80 + (value >> 6 * more) % 64));
 }
 
-/// The rules for units once more, told plainly: the bytes up to the first unit
-/// that has none, whether there is one, and what is counted without looking at
-/// more than one unit.
+/// The rules for units once more, told plainly: the bytes up to the first unit that has none, and whether there is one.
 struct Encoded {
     Utf8 text;
     bool failed = false;
@@ -31,8 +29,8 @@ struct Encoded {
     explicit Encoded(std::span<const unsigned short> units) {
         for (std::size_t i = 0; i != units.size(); ++i) {
             char32_t c = units[i];
-            if (c >= 0xD800 && c <= 0xDFFF) {
-                failed = c >= 0xDC00 || i + 1 == units.size() || units[i + 1] < 0xDC00 || units[i + 1] > 0xDFFF;
+            if (c / 0x800 == 0x1B) {
+                failed = c / 0x400 == 0x37 || i + 1 == units.size() || units[i + 1] / 0x400 != 0x37;
                 if (failed) return;
                 c = 0x10000 + (c - 0xD800) * 0x400 + (units[++i] - 0xDC00u);
             }
@@ -42,8 +40,7 @@ struct Encoded {
     /// What is counted without looking at more than one unit.
     static std::size_t count(std::span<const unsigned short> units) {
         std::size_t n = 0;
-        for (const unsigned short u : units)
-            n += u < 0x80 ? 1 : u < 0x800 ? 2 : u < 0xD800 ? 3 : u < 0xDC00 ? 4 : u < 0xE000 ? 0 : 3;
+        for (const unsigned short u : units) n += u / 0x400 == 0x36 ? 4 : u / 0x400 == 0x37 ? 0 : 1 + bytes_behind(u);
         return n;
     }
 };

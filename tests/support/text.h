@@ -1,6 +1,7 @@
 #ifndef KORD_TESTS_TEXT_H
 #define KORD_TESTS_TEXT_H
 
+#include <kord/convert.h>
 #include <kord/range.h>
 #include <kord/string.h>
 
@@ -17,16 +18,24 @@ template <>
 struct Width<char> {
     using String = astring;
     using Literal = aliteral;
+    using Adapter = AstringAdapter;
+    using Other = unsigned short;
 };
 template <>
 struct Width<unsigned short> {
     using String = ustring;
     using Literal = uliteral;
+    using Adapter = UstringAdapter;
+    using Other = char;
 };
 template <class T>
 using String = typename Width<T>::String;
 template <class T>
 using Literal = typename Width<T>::Literal;
+template <class T>
+using Adapter = typename Width<T>::Adapter;
+template <class T>
+using OtherWidth = typename Width<T>::Other;
 
 using Widths = ::testing::Types<char, unsigned short>;
 
@@ -44,6 +53,21 @@ class Units {
 template <class T>
 String<T> make(std::string_view text) {
     return String<T>(Units<T>(text), text.size());
+}
+
+/// The characters with these codes, and nothing behind them.
+template <class T>
+std::vector<T> exactly(std::u32string_view codes) {
+    return {codes.begin(), codes.end()};
+}
+template <class T>
+std::vector<T> exactly(std::string_view bytes) {
+    const std::basic_string_view codes(reinterpret_cast<const unsigned char*>(bytes.data()), bytes.size());
+    return {codes.begin(), codes.end()};
+}
+template <class T>
+KordCharacterRange<T> range_of(const std::vector<T>& text) {
+    return KordCharacterRange<T>(text.data(), 0, static_cast<unsigned int>(text.size()));
 }
 
 /// The codes of a range.
