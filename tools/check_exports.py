@@ -1,33 +1,39 @@
 #!/usr/bin/env python3
-"""Checks that a built library exports what the list says, and nothing else.
+"""Checks that a built library exports what the lists say, and nothing else.
 
-Usage: check_exports.py --nm NM --list cmake/kord.def LIBRARY
+Usage: check_exports.py [--nm NM] [--write] LIBRARY
+       check_exports.py [--nm NM] --used OBJECT
+       check_exports.py [--readelf READELF] --visible OBJECT...
 
-The linker takes the list for kord.dll. An ELF library exports by attributes, and besides the list the exception classes,
-whose identity is an address there. Prints one line a fault, with what to do about it; exits 1 if there is one.
+cmake/kord.def has the names for the linkers, tools/exports_elf.txt and tools/exports_pe.txt what a reader makes of them;
+--write renews the latter from the library. --used checks that an object refers to every name of the ELF list, --visible
+that the library's own objects, by g++ and optimised, make visible what cmake/kord.def lists, so that no member is
+forgotten there. Prints one line a fault, with what to do about it; exits 1 if there is one.
 """
 
 import argparse
 import pathlib
 import struct
-import subprocess
 import sys
 
-EXCEPTIONS = ("14os_logic_error", "15os_length_error")
+from symbols import ROOT, demangled, nm, output, read_list, report
+
+LIST = ROOT / "cmake/kord.def"
+READABLE = ROOT / "tools/exports_elf.txt", ROOT / "tools/exports_pe.txt"
+# Every program has the members of these classes; what an ELF library exports of them is their identity.
+EXCEPTIONS = "14os_logic_error", "15os_length_error"
 
 
-def listed(path):
-    """The names of a module definition file, and which of them are data."""
-    lines = path.read_text(encoding="utf-8").splitlines()
+def listed(elf):
+    """The names of the list, and which of them are data."""
+    lines = LIST.read_text(encoding="utf-8").splitlines()
     rows = [line.split() for line in lines[lines.index("EXPORTS") + 1:] if line.split()]
-    return {row[0]: "DATA" in row[1:] for row in rows}
+    identities = {prefix + name: True for prefix in ("_ZTI", "_ZTS") for name in EXCEPTIONS}
+    return {row[0]: "DATA" in row[1:] for row in rows} | (identities if elf else {})
 
 
-def elf_exports(nm, library):
-    out = subprocess.run([nm, "-D", "--defined-only", "--format=posix", library], check=True, capture_output=True,
-                         text=True).stdout
-    rows = [line.split() for line in out.splitlines()]
-    return {row[0]: row[1] in "BDRVu" for row in rows if not any(name in row[0] for name in EXCEPTIONS)}
+def elf_exports(tool, library):
+    return {name: letter in "BDRVu" for name, letter in nm(tool, ["-D", "--defined-only"], [library])}
 
 
 def pe_exports(data):
@@ -54,7 +60,7 @@ def pe_exports(data):
     return exports
 
 
-def faults(expected, found):
+def differences(expected, found):
     for name in sorted(expected.keys() - found.keys()):
         yield f"{name}: listed, not exported: take it from the list, or see that the compiler writes it out"
     for name in sorted(found.keys() - expected.keys()):
@@ -64,17 +70,55 @@ def faults(expected, found):
             yield f"{name}: {'data' if found[name] else 'a function'}: let the list say so"
 
 
+def check_library(tool, library, write):
+    data = library.read_bytes()
+    elf = data.startswith(b"\x7fELF")
+    found = elf_exports(tool, library) if elf else pe_exports(data)
+    readable = READABLE[0 if elf else 1]
+    lines = sorted(demangled(found))
+    if write:
+        readable.write_text("".join(line + "\n" for line in lines), encoding="utf-8")
+    faults = list(differences(listed(elf), found))
+    old = readable.read_text(encoding="utf-8").splitlines()
+    if lines != old:
+        faults += [f"{readable.name}: lacks {name}" for name in sorted(set(lines) - set(old))]
+        faults += [f"{readable.name}: has {name}, which is not exported" for name in sorted(set(old) - set(lines))]
+        faults.append(f"{readable.name}: if that is meant, renew it with --write")
+    return report(faults, f"{len(found)} names, as listed")
+
+
+def check_used(tool, thing):
+    used = demangled(name for name, _ in nm(tool, [], [thing]))
+    # Programs refer to a class's description and constructors, and these to its name and table.
+    expected = {name for name in read_list(READABLE[0]) if not name.startswith(("typeinfo name for", "vtable for"))}
+    return report([f"{name}: exported, not used: use it there" for name in sorted(expected - used)],
+                  f"{len(expected)} names, all used")
+
+
+def check_visible(readelf, objects):
+    # What is local to a function (_ZZ) is nobody's to call.
+    rows = [line.split(None, 7) for line in output(readelf, "--wide", "--symbols", *objects).splitlines()]
+    found = {row[7]: row[3] == "OBJECT" for row in rows
+             if len(row) == 8 and row[4] != "LOCAL" and row[5] == "DEFAULT" and row[6] != "UND"
+             and not row[7].startswith("_ZZ") and not any(name in row[7] for name in EXCEPTIONS)}
+    return report(list(differences(listed(elf=False), found)), f"{len(found)} names, as listed")
+
+
 def main():
     parser = argparse.ArgumentParser()
     parser.add_argument("--nm", default="nm")
-    parser.add_argument("--list", type=pathlib.Path, required=True)
-    parser.add_argument("binary", type=pathlib.Path)
+    parser.add_argument("--readelf", default="readelf")
+    mode = parser.add_mutually_exclusive_group()
+    mode.add_argument("--write", action="store_true")
+    mode.add_argument("--used", action="store_true")
+    mode.add_argument("--visible", action="store_true")
+    parser.add_argument("binary", type=pathlib.Path, nargs="+")
     options = parser.parse_args()
-    data = options.binary.read_bytes()
-    found = elf_exports(options.nm, options.binary) if data.startswith(b"\x7fELF") else pe_exports(data)
-    lines = list(faults(listed(options.list), found))
-    print("\n".join(lines) if lines else f"{len(found)} names, as listed")
-    return 1 if lines else 0
+    if options.used:
+        return check_used(options.nm, options.binary[0])
+    if options.visible:
+        return check_visible(options.readelf, options.binary)
+    return check_library(options.nm, options.binary[0], options.write)
 
 
 if __name__ == "__main__":

@@ -2,8 +2,8 @@
 #define KORD_EXPORT_H
 
 /// KORD_API marks a class, function or table of the library's binary interface.
-/// Define KORD_STATIC when linking the static library; KORD_BUILDING is for the library's own sources. A Windows
-/// library exports what cmake/kord.def lists: by attributes, the inline members of its templates would be left out.
+/// Define KORD_STATIC when linking the static library; KORD_BUILDING is for the library's own sources. Every library
+/// exports what cmake/kord.def lists: by attributes alone, compilers leave out some inline members and add others.
 #if defined(KORD_STATIC) || (defined(_WIN32) && defined(KORD_BUILDING))
 #define KORD_API
 #elif defined(_WIN32)
