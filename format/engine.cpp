@@ -1,5 +1,5 @@
 // One walk over the template checks it against the signature and adds up an upper bound of the result; then everything
-// is rendered straight into a block with room for that.
+// is rendered straight into a block with room for that. A template that is nothing but a conversion needs no walk.
 #include "format/engine.h"
 
 #include "core/draft.h"
@@ -189,11 +189,30 @@ template <class T>
     }
 }
 
+/// Formats by a template that is one plain conversion and nothing else, such as "%d", as most are: nothing is recorded.
+/// Says whether this one is.
+template <class T>
+[[gnu::always_inline]] inline bool format_lone(BasicString<T>& target, const KordCharacterRange<T>& tmpl,
+                                               const char* signature, std::uint64_t lengthSum,
+                                               const Argument<T>& argument) {
+    const T* const at = tmpl.begin();
+    if (tmpl.end() - at != 2 || at[0] != '%') return false;
+    const Conversion& conversion = conversion_of(at[1]);
+    if (conversion.letter != signature[0] || signature[1] != '\0' || conversion.kind == Kind::none) return false;
+    const std::uint64_t room = lengthSum + conversion.room;
+    kord::Draft<T> draft(room);
+    Output<T> output(draft.first(), static_cast<std::size_t>(room));
+    put_field(output, Field<T>{{at[1], 0, 0, FormatSpec<T>::none, at, at + 2}, conversion.kind}, argument);
+    draft.move_to(target, output.at);
+    return true;
+}
+
 } // namespace
 
 template <class T>
 void kord::format_typed(BasicString<T>& target, const KordCharacterRange<T>& tmpl, const char* signature,
                         std::uint64_t lengthSum, const Argument<T>* arguments) {
+    if (format_lone(target, tmpl, signature, lengthSum, *arguments)) return;
     Field<T> fields[most_arguments + 1];
     Plan plan{lengthSum};
     if (!read(tmpl, signature, fields, plan)) return Fields<T>::adopt(target, nullptr, nullptr, nullptr);
