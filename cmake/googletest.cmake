@@ -1,6 +1,9 @@
-# GoogleTest as installed or, for a target that the installed one was not built for, from the installed sources.
+# GoogleTest as installed or, for a target or a standard library that the installed one was not built for, from the
+# installed sources.
 set(KORD_GOOGLETEST_SOURCE /usr/src/googletest CACHE PATH "GoogleTest's sources, for other targets than the machine's")
-find_package(GTest CONFIG QUIET)
+if(NOT CMAKE_CXX_FLAGS MATCHES "-stdlib=libc\\+\\+")
+  find_package(GTest CONFIG QUIET)
+endif()
 if(NOT GTest_FOUND AND EXISTS ${KORD_GOOGLETEST_SOURCE}/CMakeLists.txt)
   set(INSTALL_GTEST OFF)
   set(BUILD_GMOCK OFF)

@@ -14,5 +14,6 @@
 #include <kord/range.h>
 #include <kord/real.h>
 #include <kord/string.h>
+#include <kord/version.h>
 
 #endif
