@@ -42,7 +42,7 @@ debian)
         done
         ldd shared/consumer | grep "libkord.so.*=> /"
         if ldd static/consumer | grep libkord; then exit 1; fi
-        g++ consumer/main.cpp -o by_pkg_config $(pkg-config --cflags --libs kord)
+        g++ -std=c++17 consumer/main.cpp -o by_pkg_config $(pkg-config --cflags --libs kord)
         ./by_pkg_config
         dpkg --remove libkord-dev
         ./by_pkg_config # which the other package is enough for

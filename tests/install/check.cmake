@@ -78,7 +78,7 @@ elseif(HOW MATCHES pkg_config)
   execute_process(COMMAND ${PKG_CONFIG} --cflags --libs kord OUTPUT_VARIABLE options COMMAND_ERROR_IS_FATAL ANY)
   separate_arguments(options UNIX_COMMAND "${FLAGS} ${options}")
   file(MAKE_DIRECTORY ${WORK})
-  must(${COMPILER} ${CMAKE_CURRENT_LIST_DIR}/consumer/main.cpp -o ${WORK}/consumer ${options})
+  must(${COMPILER} -std=c++17 ${CMAKE_CURRENT_LIST_DIR}/consumer/main.cpp -o ${WORK}/consumer ${options})
   prints_version(${CMAKE_COMMAND} -E env LD_LIBRARY_PATH=${LIBRARIES} ${WORK}/consumer)
 
 elseif(HOW STREQUAL add_subdirectory)

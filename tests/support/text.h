@@ -62,8 +62,8 @@ std::vector<T> exactly(std::u32string_view codes) {
 }
 template <class T>
 std::vector<T> exactly(std::string_view bytes) {
-    const std::basic_string_view codes(reinterpret_cast<const unsigned char*>(bytes.data()), bytes.size());
-    return {codes.begin(), codes.end()};
+    const auto* const codes = reinterpret_cast<const unsigned char*>(bytes.data());
+    return {codes, codes + bytes.size()};
 }
 template <class T>
 KordCharacterRange<T> range_of(const std::vector<T>& text) {
