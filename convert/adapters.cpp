@@ -1,16 +1,21 @@
 // The adapters. Where the widths are the same, a string's own constructors do.
 #define KORD_EMIT_INLINE
 #include "convert/latin1.h"
+#include "core/draft.h"
 
 #include <kord/convert.h>
+
+#include <type_traits>
 
 namespace {
 
 /// A string of n characters converted from the other width; always in a block.
 template <class String, class T>
 String converted(const T* text, unsigned int n) {
+    kord::Draft<std::conditional_t<sizeof(T) == 1, unsigned short, char>> draft(n);
+    kord::convert(text, n, draft.first());
     String s;
-    kord::convert(text, n, s.get_buffer(n));
+    draft.move_to(s, draft.first() + n);
     return s;
 }
 

@@ -16,17 +16,17 @@ constexpr std::size_t block = Bytes::count;
 } // namespace
 
 void kord::convert(const char* from, std::size_t n, unsigned short* to) noexcept {
-    if (n >= 2 * block) {
-        // A string's units begin in the middle of 16 bytes. The first block is begun again there, as stores that cross
-        // cache lines are slow.
-        store_widened(Bytes::load(from), to);
-        const std::size_t skipped = (-reinterpret_cast<std::uintptr_t>(to) % block) / sizeof *to;
-        from += skipped;
-        to += skipped;
-        n -= skipped;
+    if (n < block) {
+        for (; n != 0; --n) *to++ = widen(*from++);
+        return;
     }
-    for (; n >= block; n -= block, from += block, to += block) store_widened(Bytes::load(from), to);
-    for (; n != 0; --n) *to++ = widen(*from++);
+    const auto widen_block = [=](std::size_t at) { store_widened(Bytes::load(from + at), to + at); };
+    // A string's units begin in the middle of 16 bytes. The second block begins in the first one where 16 bytes do, as
+    // stores that cross cache lines are slow, and the last one in the one before.
+    widen_block(0);
+    std::size_t at = (-reinterpret_cast<std::uintptr_t>(to) % block) / sizeof *to;
+    for (; n - at >= block; at += block) widen_block(at);
+    widen_block(n - block);
 }
 
 void kord::convert(const unsigned short* from, std::size_t n, char* to) noexcept {

@@ -121,6 +121,10 @@ KORD_SHUFFLES unsigned char* encode_shuffling(const unsigned short* at, const un
                                               unsigned char* to) noexcept {
     return encode_all<true>(at, end, to);
 }
+[[gnu::noinline]] unsigned char* encode_plainly(const unsigned short* at, const unsigned short* end,
+                                                unsigned char* to) noexcept {
+    return encode_all<false>(at, end, to);
+}
 
 // ---- bytes to units, one character ---------------------------------------------------------------------------------
 
@@ -340,6 +344,10 @@ KORD_SHUFFLES unsigned short* decode_shuffling(const unsigned char* at, unsigned
                                                const unsigned short* end) noexcept {
     return decode_all<true>(at, to, end);
 }
+[[gnu::noinline]] unsigned short* decode_plainly(const unsigned char* at, unsigned short* to,
+                                                 const unsigned short* end) noexcept {
+    return decode_all<false>(at, to, end);
+}
 
 /// The number of bits set, without the call that it is where the processor is not known to count them.
 constexpr unsigned int bits_set(std::uint64_t word) noexcept {
@@ -373,14 +381,44 @@ std::uint64_t sum_of(Units units) noexcept {
 
 unsigned char* KordConvert::ConvertUtf8(const unsigned short* source, unsigned char* target,
                                         unsigned long count) noexcept {
-    return kord::has_shuffles() ? encode_shuffling(source, source + count, target)
-                                : encode_all<false>(source, source + count, target);
+    // Text that is ASCII throughout, or begins so, is not worth getting ready for more.
+    const unsigned short* const end = source + count;
+    for (; end - source >= block; source += block, target += block) {
+        const Units first = Units::load(source), next = Units::load(source + Units::count);
+        if (!(first | next).is_ascii()) break;
+        store(narrow(first, next), target);
+    }
+    const std::ptrdiff_t rest = end - source;
+    if (rest == 0) return target;
+    if (rest < block && count >= block) {
+        const unsigned short* const last = end - block;
+        const Units first = Units::load(last), next = Units::load(last + Units::count);
+        if ((first | next).is_ascii()) {
+            store(narrow(first, next), target + rest - block);
+            return target + rest;
+        }
+    }
+    return kord::has_shuffles() ? encode_shuffling(source, end, target) : encode_plainly(source, end, target);
 }
 
 unsigned short* KordConvert::ConvertUtf8(const unsigned char* source, unsigned short* target,
                                          unsigned long count) noexcept {
-    return kord::has_shuffles() ? decode_shuffling(source, target, target + count)
-                                : decode_all<false>(source, target, target + count);
+    unsigned short* const end = target + count;
+    for (; end - target >= block; source += block, target += block) { // as above
+        const Bytes bytes = load(source);
+        if (!bytes.is_ascii()) break;
+        store_widened(bytes, target);
+    }
+    const std::ptrdiff_t rest = end - target;
+    if (rest == 0) return end;
+    if (rest < block && count >= block) {
+        const Bytes bytes = load(source + rest - block);
+        if (bytes.is_ascii()) {
+            store_widened(bytes, end - block);
+            return end;
+        }
+    }
+    return kord::has_shuffles() ? decode_shuffling(source, target, end) : decode_plainly(source, target, end);
 }
 
 unsigned long KordConvert::CountUtf8(const unsigned short* source, unsigned long count) noexcept {
