@@ -193,7 +193,8 @@ struct Lanes {
     /// Are all codes below 128?
     bool is_ascii() const noexcept {
         if constexpr (sizeof(T) == 1) return _mm_movemask_epi8(v) == 0;
-        return equal(*this & splat(0xFF80), splat(0)).mask() == 0xFFFF;
+        // From 128 on, this much more sets a unit's top bit.
+        return (_mm_movemask_epi8(_mm_adds_epu16(v, splat(0x7F80).v)) & 0xAAAA) == 0;
     }
     /// Of a comparison's result: the lanes that hold, as a word for `first_lane` and `last_lane`; 0 for none.
     unsigned int mask() const noexcept { return static_cast<unsigned int>(_mm_movemask_epi8(v)); }
