@@ -198,7 +198,7 @@ template <class T>
     const T* const at = tmpl.begin();
     if (tmpl.end() - at != 2 || at[0] != '%') return false;
     const Conversion& conversion = conversion_of(at[1]);
-    if (conversion.letter != signature[0] || signature[1] != '\0' || conversion.kind == Kind::none) return false;
+    if (conversion.letter != signature[0] || signature[1] != '\0') return false;
     const std::uint64_t room = lengthSum + conversion.room;
     kord::Draft<T> draft(room);
     Output<T> output(draft.first(), static_cast<std::size_t>(room));
