@@ -30,10 +30,10 @@ def main():
     parser = argparse.ArgumentParser()
     parser.add_argument("--nm", default="nm")
     parser.add_argument("--objdump", default="objdump")
-    parser.add_argument("library", type=pathlib.Path)
+    parser.add_argument("binary", type=pathlib.Path)
     parser.add_argument("objects", type=pathlib.Path, nargs="+")
     options = parser.parse_args()
-    libraries = needed_libraries(options.objdump, options.library)
+    libraries = needed_libraries(options.objdump, options.binary)
     symbols = undefined_symbols(options.nm, options.objects)
     unlisted = symbols | {f"library {name}" for name in libraries}
     unlisted -= read_list(ROOT / "tools/imports.txt")
