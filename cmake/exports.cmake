@@ -3,7 +3,7 @@
 # Identified by address across the library's boundary: what the library throws is caught by programs.
 set(kord_exception_types _ZTI14os_logic_error _ZTS14os_logic_error _ZTI15os_length_error _ZTS15os_length_error)
 
-# Gives the target a version script made of the list. It has no version, only names.
+# Gives the target a version script made of the list. The names get no version.
 function(kord_version_script target)
   set(list ${PROJECT_SOURCE_DIR}/cmake/kord.def)
   set(script ${PROJECT_BINARY_DIR}/kord.map)

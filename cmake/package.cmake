@@ -16,6 +16,7 @@ set(description "Strings of 8-bit characters and of UTF-16 units that share thei
 one is changed, searching and comparison without a locale, typed formatting,
 conversion between encodings, hashes and Windows path names.")
 set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS ON)
+set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS_POLICY ">=") # any later one with the same name will do
 
 set(CPACK_DEBIAN_RUNTIME_PACKAGE_NAME libkord${kord_abi_version})
 set(CPACK_DEBIAN_RUNTIME_PACKAGE_SECTION libs)

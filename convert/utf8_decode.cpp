@@ -293,7 +293,7 @@ KORD_SHUFFLES unsigned short* decode_shuffling(const unsigned char* at, unsigned
 
 // ---- counting ------------------------------------------------------------------------------------------------------
 
-/// The number of bits set, without the call that it is where the processor is not known to count them.
+/// The number of bits set. `std::popcount` is a call where the processor is not known to count them.
 constexpr unsigned int bits_set(std::uint64_t word) noexcept {
     word -= word >> 1 & 0x5555555555555555;
     word = (word & 0x3333333333333333) + (word >> 2 & 0x3333333333333333);
@@ -306,7 +306,8 @@ constexpr unsigned int bits_set(std::uint64_t word) noexcept {
 unsigned short* KordConvert::ConvertUtf8(const unsigned char* source, unsigned short* target,
                                          unsigned long count) noexcept {
     unsigned short* const end = target + count;
-    for (; end - target >= block; source += block, target += block) { // as above
+    // Text that is ASCII throughout, or begins so, is not worth getting ready for more.
+    for (; end - target >= block; source += block, target += block) {
         const Bytes bytes = load(source);
         if (!bytes.is_ascii()) break;
         store_widened(bytes, target);

@@ -198,6 +198,6 @@ unsigned long KordConvert::CountUtf8(const unsigned short* source, unsigned long
         }
         bytes += sum_of(sums);
     }
-    for (; source != end; ++source) bytes += ::bytes_of(*source);
+    for (; source != end; ++source) bytes += bytes_of(*source);
     return static_cast<unsigned long>(bytes);
 }

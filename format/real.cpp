@@ -132,8 +132,8 @@ void strip_zeros(std::uint64_t& n, unsigned int& decimals) noexcept {
     decimals -= k;
 }
 
-/// The shorter of decimals and exponent, with `precision` significant digits, 15 or 16, but for zeros at their end. A
-/// NaN is "nan" of whichever kind it is, which not every `std::to_chars` has.
+/// The shorter of decimals and exponent, with `precision` significant digits, 15 or 16, but for zeros at their end.
+/// Every NaN is "nan"; some of `std::to_chars` add its kind.
 char* write_general(char* to, double magnitude, unsigned int precision) noexcept {
     if (magnitude >= 1e-4 && magnitude < (precision == 16 ? 1e16 : 1e15)) {
         auto decimals = static_cast<unsigned int>(static_cast<int>(precision) - 1 - decimal_exponent(magnitude));

@@ -32,7 +32,7 @@ root) ;;
 debian)
     # shellcheck disable=SC2016
     inside '
-        dpkg --purge libkord-dev $(dpkg-query -W -f "\${Package} " "libkord0*" || true)
+        dpkg --purge libkord-dev $(dpkg-query -W -f "\${Package} " "libkord[0-9]*" || true)
         find / -xdev -path /proc -prune -o -path "/var/[lc]*" -prune -o -print | sort >before
         dpkg --install libkord*.deb
         for kind in shared static; do
@@ -46,7 +46,7 @@ debian)
         ./by_pkg_config
         dpkg --remove libkord-dev
         ./by_pkg_config # which the other package is enough for
-        dpkg --purge $(dpkg-query -W -f "\${Package}" "libkord0*")
+        dpkg --purge $(dpkg-query -W -f "\${Package}" "libkord[0-9]*")
         if ./by_pkg_config; then exit 1; fi
         find / -xdev -path /proc -prune -o -path "/var/[lc]*" -prune -o -print | sort >after
         diff before after'

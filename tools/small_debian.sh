@@ -4,7 +4,7 @@
 #
 #     small_debian.sh NAME ARCHITECTURE PACKAGE,... COMMAND
 #
-# Only root can make one. Where it cannot be done, prints why, as the end of a sentence, and exits with 77.
+# Only root can make one and use it. Where it cannot be done, prints why, as the end of a sentence, and exits with 77.
 set -eu
 folder=${XDG_CACHE_HOME:-/var/cache}/kord/$1 architecture=$2 packages=$3 command=$4
 log=$folder.log
@@ -14,9 +14,10 @@ unavailable() {
     exit 77
 }
 
-# In a mount namespace of its own, so that whatever happens, no mount is left behind.
+# In a mount namespace of its own, so that whatever happens, no mount is left behind. Nothing that stays running keeps the
+# locks, here or in wine_session.sh.
 in_namespace() {
-    unshare --mount -- "$@" 9>&-
+    unshare --mount -- "$@" 8>&- 9>&-
 }
 
 # Debian's version and mirror, as this machine's apt has them.
@@ -25,18 +26,20 @@ sources() {
         grep -v '^[^ ]*-' | head -n 1
 }
 
+[ "$(id -u)" = 0 ] || unavailable "only root can use a Debian made for it"
+for tool in debootstrap unshare chroot; do
+    command -v $tool >/dev/null 2>&1 || unavailable "there is no $tool to make a Debian for it"
+done
+mkdir -p "$(dirname "$folder")"
+in_namespace true 2>>"$log" || unavailable "nothing may be mounted here for a Debian made for it"
+exec 8>"$folder.lock" # one at a time
+flock 8
 if [ -d "$folder" ]; then
     echo "$folder"
     exit
 fi
-[ "$(id -u)" = 0 ] || unavailable "only root can make a system that has it"
-for tool in debootstrap unshare chroot; do
-    command -v $tool >/dev/null 2>&1 || unavailable "no $tool to make a system that has it"
-done
-mkdir -p "$(dirname "$folder")"
-in_namespace true 2>>"$log" || unavailable "nothing may be mounted here for a system that has it"
 debian=$(sources 2>>"$log") || true
-[ -n "$debian" ] || unavailable "apt knows no mirror of Debian to make a system that has it"
+[ -n "$debian" ] || unavailable "apt knows no mirror to make a Debian for it"
 echo "dev: making a small Debian in $folder; that takes some minutes" >&2
 rm -rf --one-file-system "$folder.new"
 # shellcheck disable=SC2016 # the inner shell expands it
@@ -45,6 +48,6 @@ in_namespace sh -c 'set -e
     rm -f "$1"/var/cache/apt/archives/*.deb
     mountpoint -q "$1/proc" || mount -t proc proc "$1/proc"
     chroot "$1" env HOME=/root sh -ec "$4"' sh "$folder.new" "$architecture" "$packages" "$command" "$debian" \
-    >>"$log" 2>&1 </dev/null || unavailable "a system that has it could not be made: see $log"
+    >>"$log" 2>&1 </dev/null || unavailable "a Debian for it could not be made: see $log"
 mv "$folder.new" "$folder" # under its name it is complete
 echo "$folder"

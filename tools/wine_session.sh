@@ -75,7 +75,7 @@ if installed; then
     [ $# = 0 ] || serve "$@" 9>&-
 else
     KORD_WINE=$("$checkout/tools/small_debian.sh" wine i386 wine,wine32 'wineboot --init; wineserver --wait') ||
-        unavailable "${KORD_WINE:-a system that has it could not be made}"
+        unavailable "${KORD_WINE:-a Debian for it could not be made}"
     export KORD_WINE
     [ $# = 0 ] || in_namespace "$0" "$@"
 fi

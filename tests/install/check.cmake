@@ -2,6 +2,7 @@
 # cmake -DHOW=... -DBUILD=... -P check.cmake, with what tests/install/CMakeLists.txt passes besides.
 cmake_minimum_required(VERSION 3.25)
 file(REMOVE_RECURSE ${WORK})
+unset(ENV{DESTDIR})
 
 function(must)
   execute_process(COMMAND ${ARGN} COMMAND_ERROR_IS_FATAL ANY)
@@ -17,7 +18,7 @@ endfunction()
 
 # Configures the consumer in a folder of its own, with options; the variable `result` says whether that went well.
 function(configure folder)
-  execute_process(COMMAND ${CMAKE_COMMAND} -S ${CMAKE_CURRENT_LIST_DIR}/consumer -B ${WORK}/${folder} -G Ninja
+  execute_process(COMMAND ${CMAKE_COMMAND} -S ${CMAKE_CURRENT_LIST_DIR}/consumer -B ${WORK}/${folder} -G ${GENERATOR}
     -DCMAKE_CXX_COMPILER=${COMPILER} -DCMAKE_CXX_FLAGS=${FLAGS} -DCMAKE_TOOLCHAIN_FILE=${TOOLCHAIN}
     -DCMAKE_BUILD_TYPE=Debug -DCMAKE_RUNTIME_OUTPUT_DIRECTORY=${WORK}/bin ${ARGN}
     OUTPUT_VARIABLE log ERROR_VARIABLE log RESULT_VARIABLE result)
@@ -31,9 +32,7 @@ function(configure_and_run)
     message(FATAL_ERROR "${log}")
   endif()
   must(${CMAKE_COMMAND} --build ${WORK}/build)
-  file(GLOB libraries ${PREFIX}/bin/*.dll) # Windows looks for them beside the program
-  file(COPY ${libraries} DESTINATION ${WORK}/bin)
-  prints_version(${CMAKE_COMMAND} -E env LD_LIBRARY_PATH=${PREFIX}/${LIB} ${EMULATOR} ${WORK}/bin/consumer${SUFFIX})
+  prints_version(${EMULATOR} ${WORK}/bin/consumer${SUFFIX})
 endfunction()
 
 # What a component installed, as one line of names below the prefix.
@@ -50,7 +49,8 @@ if(HOW STREQUAL install)
   file(REMOVE_RECURSE ${PREFIX})
   foreach(component Runtime Development)
     file(MAKE_DIRECTORY ${WORK}/${component}) # a static library has no run time
-    must(${CMAKE_COMMAND} --install ${BUILD} --prefix ${WORK}/${component} --component ${component})
+    must(${CMAKE_COMMAND} --install ${BUILD} --config ${CONFIG} --prefix ${WORK}/${component}
+      --component ${component})
     installed(found ${WORK}/${component})
     if(NOT found STREQUAL EXPECTED_${component})
       message(FATAL_ERROR "${component} is\n${found}\nnot\n${EXPECTED_${component}}")
@@ -64,6 +64,8 @@ if(HOW STREQUAL install)
   endif()
 
 elseif(HOW STREQUAL find_package)
+  file(GLOB libraries ${PREFIX}/bin/*.dll) # Windows looks for them beside the program
+  file(COPY ${libraries} DESTINATION ${WORK}/bin)
   set(installed -DCMAKE_PREFIX_PATH=${PREFIX} -DCMAKE_FIND_ROOT_PATH=${PREFIX})
   configure_and_run(${installed} -DKORD_KIND=${KIND} -DKORD_VERSION=${VERSION})
   foreach(wrong -DKORD_VERSION=99 -DKORD_VERSION=0.0 -DKORD_KIND=nonsense)
