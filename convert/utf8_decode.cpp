@@ -85,9 +85,9 @@ bool decode_to(const unsigned char*& at, unsigned short*& to, const unsigned sho
 
 // ---- stretches -----------------------------------------------------------------------------------------------------
 
-/// The lowest n bits, at least one.
+/// The lowest n bits, 1 to 64.
 constexpr std::uint64_t lowest(std::size_t n) noexcept {
-    return ~std::uint64_t{0} >> (64 - n);
+    return ~std::uint64_t{0} >> (-n % 64);
 }
 
 /// What the bytes of a stretch, which starts with a character, are; a bit each.
