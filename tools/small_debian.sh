@@ -32,7 +32,7 @@ for tool in debootstrap unshare chroot; do
 done
 mkdir -p "$(dirname "$folder")"
 in_namespace true 2>>"$log" || unavailable "nothing may be mounted here for a Debian made for it"
-exec 8>"$folder.lock" # one at a time
+exec 8>"$folder.making" # one at a time
 flock 8
 if [ -d "$folder" ]; then
     echo "$folder"
