@@ -293,6 +293,14 @@ KORD_SHUFFLES unsigned short* decode_shuffling(const unsigned char* at, unsigned
 
 // ---- counting ------------------------------------------------------------------------------------------------------
 
+/// Writes a block of bytes as a unit each if they are ASCII; says whether they are.
+[[gnu::always_inline]] inline bool decode_ascii(const unsigned char* at, unsigned short* to) noexcept {
+    const Bytes bytes = load(at);
+    if (!bytes.is_ascii()) return false;
+    store_widened(bytes, to);
+    return true;
+}
+
 /// The number of bits set. `std::popcount` is a call where the processor is not known to count them.
 constexpr unsigned int bits_set(std::uint64_t word) noexcept {
     word -= word >> 1 & 0x5555555555555555;
@@ -307,20 +315,11 @@ unsigned short* KordConvert::ConvertUtf8(const unsigned char* source, unsigned s
                                          unsigned long count) noexcept {
     unsigned short* const end = target + count;
     // Text that is ASCII throughout, or begins so, is not worth getting ready for more.
-    for (; end - target >= block; source += block, target += block) {
-        const Bytes bytes = load(source);
-        if (!bytes.is_ascii()) break;
-        store_widened(bytes, target);
-    }
+    for (; end - target >= block && decode_ascii(source, target); target += block) source += block;
     const std::ptrdiff_t rest = end - target;
     if (rest == 0) return end;
-    if (rest < block && count >= block) {
-        const Bytes bytes = load(source + rest - block);
-        if (bytes.is_ascii()) {
-            store_widened(bytes, end - block);
-            return end;
-        }
-    }
+    // What is left of a block is begun before it.
+    if (rest < block && count >= block && decode_ascii(source + rest - block, end - block)) return end;
     return kord::has_shuffles() ? decode_shuffling(source, target, end) : decode_plainly(source, target, end);
 }
 

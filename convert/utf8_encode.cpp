@@ -60,6 +60,14 @@ bool encode(const unsigned short*& at, const unsigned short* end, unsigned char*
 
 // ---- blocks --------------------------------------------------------------------------------------------------------
 
+/// Writes a block of units as a byte each if they are ASCII; says whether they are.
+[[gnu::always_inline]] inline bool encode_ascii(const unsigned short* at, unsigned char* to) noexcept {
+    const Units first = Units::load(at), next = Units::load(at + Units::count);
+    if (!(first | next).is_ascii()) return false;
+    narrow(first, next).store(reinterpret_cast<char*>(to));
+    return true;
+}
+
 Units surrogates(Units units) noexcept {
     return equal(units & Units::splat(0xF800), Units::splat(0xD800));
 }
@@ -105,8 +113,7 @@ template <bool shuffles>
                                                         unsigned char* to) noexcept {
     while (end - at >= block) {
         const Units first = Units::load(at), next = Units::load(at + Units::count);
-        if ((first | next).is_ascii()) {
-            store(narrow(first, next), to);
+        if (encode_ascii(at, to)) {
             at += block;
             to += block;
         } else if (shuffles && (surrogates(first) | surrogates(next)).mask() == 0) {
@@ -168,20 +175,12 @@ unsigned char* KordConvert::ConvertUtf8(const unsigned short* source, unsigned c
     // Text that is ASCII throughout, or begins so, is not worth getting ready for more.
     const unsigned short* const end = source + count;
     for (; end - source >= block; source += block, target += block) {
-        const Units first = Units::load(source), next = Units::load(source + Units::count);
-        if (!(first | next).is_ascii()) break;
-        store(narrow(first, next), target);
+        if (!encode_ascii(source, target)) break;
     }
     const std::ptrdiff_t rest = end - source;
     if (rest == 0) return target;
-    if (rest < block && count >= block) {
-        const unsigned short* const last = end - block;
-        const Units first = Units::load(last), next = Units::load(last + Units::count);
-        if ((first | next).is_ascii()) {
-            store(narrow(first, next), target + rest - block);
-            return target + rest;
-        }
-    }
+    // What is left of a block is begun before it.
+    if (rest < block && count >= block && encode_ascii(end - block, target + rest - block)) return target + rest;
     return kord::has_shuffles() ? encode_shuffling(source, end, target) : encode_plainly(source, end, target);
 }
 
