@@ -56,6 +56,25 @@ template <class T>
     return bytes == 0 ? 0 : place(std::uint8_t{}, 0);
 }
 
+/// Two characters as the low bytes of a word; with a unit of 256 or more among them, as a word of ones.
+template <class T>
+std::uint64_t load_pair(const T* p) noexcept {
+    if constexpr (sizeof(T) == 1) {
+        return load_word<std::uint16_t>(p);
+    } else {
+        const std::uint32_t units = load_word<std::uint32_t>(p);
+        return (units & 0xFF00FF00) == 0 ? (units | units >> 8) & 0xFFFF : ~std::uint64_t{0};
+    }
+}
+
+/// The two to six characters from p on as the high bytes of a word that is zero below, the last one highest. A unit of
+/// 256 or more makes them, or those from it on, bytes of ones.
+template <class T>
+std::uint64_t load_high(const T* p, std::size_t n) noexcept {
+    const std::size_t middle = (n - 2) / 2;
+    return load_pair(p + (n - 2)) << 48 | (load_pair(p) | load_pair(p + middle) << 8 * middle) << (64 - 8 * n);
+}
+
 #if KORD_LANES_SSE2
 
 /// Marks a function that may only run where `has_shuffles` says so, with all it calls made part of it.

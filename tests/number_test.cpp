@@ -109,12 +109,25 @@ TYPED_TEST(Number, RealsOfAnyShapeAreReadAsThePlainRulesSay) {
     }
 }
 
-TEST(WideNumber, UnitsFrom256OnEndTheNumber) {
-    for (const char32_t unit : {0xFF11, 0x0131, 0x8031, 0x3031, 0x0661}) {
-        for (const char32_t* const behind : {U"", U"23"}) {
-            const auto text = exactly<unsigned short>(std::u32string{U'1', unit} + behind);
-            const auto range = range_of(text);
-            EXPECT_EQ(range.as_int() + static_cast<int>(range.as_unsigned()) + range.as_double(), 3.0);
+TYPED_TEST(Number, EveryUnitThatIsNoDigitEndsANumber) {
+    std::u32string units;
+    for (char32_t unit = 0; unit != 256; ++unit) units += unit;
+    if (sizeof(TypeParam) == 2) units += {0xFF11, 0x0131, 0x8031, 0x3031, 0x0661, 0x3131, 0x3900};
+    for (const std::uint32_t unit : units) {
+        for (std::size_t n = 2; n != 10; ++n) {
+            for (std::size_t place = 1; place != n; ++place) {
+                std::u32string text(n, U'1');
+                text[place] = unit;
+                int value = 0;
+                for (std::size_t i = 0; i != n && text[i] - '0' < 10; ++i) {
+                    value = value * 10 + static_cast<int>(text[i] - '0');
+                }
+                const auto kept = exactly<TypeParam>(text);
+                ASSERT_EQ(range_of(kept).as_int(), value) << unit;
+                ASSERT_EQ(range_of(kept).as_unsigned(), static_cast<unsigned int>(value)) << unit;
+                const bool separates = unit == '.' || unit == ',';
+                ASSERT_TRUE(separates || range_of(kept).as_double() == value) << unit;
+            }
         }
     }
 }

@@ -91,15 +91,18 @@ unsigned int digit_bits(std::uint64_t word) noexcept {
     return others == 0 ? 64 : static_cast<unsigned int>(__builtin_ctzll(others)) - 7;
 }
 
-/// The number that the digits in the first `bits` of a word make: pairs of digits are put together, then pairs of
-/// pairs.
-std::uint32_t value_of(std::uint64_t word, unsigned int bits) noexcept {
-    const unsigned int half = (64 - bits) / 2;
-    word = word << half << half; // zeros in front
+/// The number that eight digits make: pairs of digits are put together, then pairs of pairs.
+std::uint32_t value_of(std::uint64_t word) noexcept {
     word = word * 10 + (word >> 8);
     constexpr std::uint64_t pairs = 0x000000FF000000FF;
     word = (word & pairs) * (100 + (1000000ull << 32)) + (word >> 16 & pairs) * (1 + (10000ull << 32));
     return static_cast<std::uint32_t>(word >> 32);
+}
+
+/// The number that the digits in the first `bits` of a word make.
+std::uint32_t value_of(std::uint64_t word, unsigned int bits) noexcept {
+    const unsigned int half = (64 - bits) / 2;
+    return value_of(word << half << half); // zeros in front
 }
 
 /// Eight characters as bytes of a word, those that are digits as their values.
@@ -174,6 +177,17 @@ double scaled(double value, std::ptrdiff_t scale, std::ptrdiff_t lead) noexcept 
     return scale >= 0 ? value * power_of_ten(scale) : value / power_of_ten(-scale);
 }
 
+/// Whether a text is two to six digits and nothing else, as most numbers are, and then their value: the digits are put
+/// in place at once, as no end is looked for.
+template <class T>
+[[gnu::always_inline]] inline bool take_short(const T* first, const T* last, std::uint32_t& value) noexcept {
+    const std::size_t n = static_cast<std::size_t>(last - first);
+    if (n - 2 > 4) return false;
+    const std::uint64_t word = kord::load_high(first, n) ^ std::uint64_t{0x3030303030303030} << (64 - 8 * n);
+    value = value_of(word);
+    return (((word + 0x0606060606060606) | word) & 0xF0F0F0F0F0F0F0F0) == 0;
+}
+
 /// Inline, as the decimal scan is a short way through it.
 template <class T>
 [[gnu::always_inline]] inline kord::Scanned<T> scan_unsigned(const T* first, const T* last,
@@ -210,21 +224,19 @@ double scan_short_real(const T* first, const T* last) noexcept {
     return static_cast<double>(static_cast<std::int32_t>(value_of(word, all))) / prevPowerOfTen[(all - whole) / 8 + 1];
 }
 
-} // namespace
-
+/// A sign or none and decimal digits; saturates.
 template <class T>
-kord::Scanned<T> kord::KordScanUnsigned(const T* first, const T* last, unsigned int radix) noexcept {
-    return scan_unsigned(first, last, radix);
-}
-
-template <class T>
-int kord::KordScanInt(const T* first, const T* last) noexcept {
+int KordScanInt(const T* first, const T* last) noexcept {
     const bool negative = take_sign(first, last);
+    std::uint32_t short_value;
+    if (take_short(first, last, short_value)) [[likely]] {
+        return negative ? -static_cast<int>(short_value) : static_cast<int>(short_value);
+    }
     const Digits digits = first_digits(first, last);
     std::uint64_t value = digits.value;
     if (digits.count == 8) {
         for (first += 8; first != last && is_digit(*first); ++first) {
-            value = value * 10 + (code_of(*first) - '0');
+            value = value * 10 + (kord::code_of(*first) - '0');
             if (value > std::numeric_limits<int>::max()) {
                 return negative ? std::numeric_limits<int>::min() : std::numeric_limits<int>::max();
             }
@@ -233,8 +245,9 @@ int kord::KordScanInt(const T* first, const T* last) noexcept {
     return negative ? -static_cast<int>(value) : static_cast<int>(value);
 }
 
+/// A sign or none, decimal digits, and a separator and more digits or neither.
 template <class T>
-double kord::KordScanReal(const T* first, const T* last) noexcept {
+double KordScanReal(const T* first, const T* last) noexcept {
     const bool negative = take_sign(first, last);
     if (last - first <= 8) {
         const double value = scan_short_real(first, last);
@@ -261,21 +274,25 @@ double kord::KordScanReal(const T* first, const T* last) noexcept {
     return negative ? -value : value;
 }
 
+} // namespace
+
+template <class T>
+kord::Scanned<T> kord::KordScanUnsigned(const T* first, const T* last, unsigned int radix) noexcept {
+    return scan_unsigned(first, last, radix);
+}
+
 template kord::Scanned<char> kord::KordScanUnsigned(const char*, const char*, unsigned int) noexcept;
 template kord::Scanned<unsigned short> kord::KordScanUnsigned(const unsigned short*, const unsigned short*,
                                                               unsigned int) noexcept;
-template int kord::KordScanInt(const char*, const char*) noexcept;
-template int kord::KordScanInt(const unsigned short*, const unsigned short*) noexcept;
-template double kord::KordScanReal(const char*, const char*) noexcept;
-template double kord::KordScanReal(const unsigned short*, const unsigned short*) noexcept;
 
 template <class T>
 int KordCharacterRange<T>::as_int() const noexcept {
-    return kord::KordScanInt(begin_, end_);
+    return KordScanInt(begin_, end_);
 }
 
 template <class T>
 unsigned int KordCharacterRange<T>::as_unsigned() const noexcept {
+    if (std::uint32_t number; take_short(begin_, end_, number)) return number;
     if (begin_ == end_) return 0;
     const T* digits = nullptr; // hexadecimal
     if (*begin_ == '$') digits = begin_ + 1;
@@ -285,7 +302,7 @@ unsigned int KordCharacterRange<T>::as_unsigned() const noexcept {
 
 template <class T>
 double KordCharacterRange<T>::as_double() const noexcept {
-    return kord::KordScanReal(begin_, end_);
+    return KordScanReal(begin_, end_);
 }
 
 template class KordCharacterRange<char>;
