@@ -207,39 +207,53 @@ class BackwardMatches {
     unsigned int mask_ = 0;
 };
 
+/// `common_front` of at most one block.
+template <class T, class Same>
+std::size_t common_front_of_block(const T* a, const T* b, std::size_t n, const Same& same) noexcept {
+    using L = Lanes<T>;
+    const L both = n < L::count ? same(L::load_partial(a, n), L::load_partial(b, n)) : same(L::load(a), L::load(b));
+    const unsigned int other = both.mask() ^ L::all;
+    return other == 0 ? n : L::first_lane(other);
+}
+
 /// How many characters a[0 .. n) and b[0 .. n) have in common from the front on; n if they are the same. `same` says of
 /// two blocks which lanes are.
 template <class T, class Same>
-std::size_t common_front(const T* a, const T* b, std::size_t n, const Same& same) noexcept {
+[[gnu::always_inline]] inline std::size_t common_front(const T* a, const T* b, std::size_t n,
+                                                       const Same& same) noexcept {
     using L = Lanes<T>;
     constexpr std::size_t block = L::count;
-    if (n < block) {
-        const unsigned int other = same(L::load_partial(a, n), L::load_partial(b, n)).mask() ^ L::all;
-        return other == 0 ? n : L::first_lane(other);
-    }
+    if (n < block) return common_front_of_block(a, b, n, same);
     const auto part = [&](std::size_t i) { return same(L::load(a + i), L::load(b + i)); };
     std::size_t i = 0;
     for (; n - i >= 4 * block; i += 4 * block) {
         const L front = part(i) & part(i + block), back = part(i + 2 * block) & part(i + 3 * block);
         if ((front & back).mask() != L::all) break;
     }
-    for (; n - i >= block; i += block) {
+    const std::size_t end = n - block;
+    for (; i < end; i += block) {
         if (const unsigned int other = part(i).mask() ^ L::all) return i + L::first_lane(other);
     }
-    const unsigned int other = part(n - block).mask() ^ L::all;
-    return other == 0 ? n : n - block + L::first_lane(other);
+    const unsigned int other = part(end).mask() ^ L::all;
+    return other == 0 ? n : end + L::first_lane(other);
+}
+
+/// `common_back` of at most one block.
+template <class T, class Same>
+std::size_t common_back_of_block(const T* a, const T* b, std::size_t n, const Same& same) noexcept {
+    using L = Lanes<T>;
+    const L both = n < L::count ? same(L::load_partial(a, n), L::load_partial(b, n)) : same(L::load(a), L::load(b));
+    const unsigned int other = L::lanes_before(both.mask() ^ L::all, static_cast<unsigned int>(n));
+    return other == 0 ? n : n - L::last_lane(other) - 1;
 }
 
 /// The same from the back on.
 template <class T, class Same>
-std::size_t common_back(const T* a, const T* b, std::size_t n, const Same& same) noexcept {
+[[gnu::always_inline]] inline std::size_t common_back(const T* a, const T* b, std::size_t n,
+                                                      const Same& same) noexcept {
     using L = Lanes<T>;
     constexpr std::size_t block = L::count;
-    if (n < block) {
-        const unsigned int other = L::lanes_before(same(L::load_partial(a, n), L::load_partial(b, n)).mask() ^ L::all,
-                                                   static_cast<unsigned int>(n));
-        return other == 0 ? n : n - L::last_lane(other) - 1;
-    }
+    if (n < block) return common_back_of_block(a, b, n, same);
     for (std::size_t left = n; left != 0; left -= block) {
         if (left < block) left = block;
         const std::size_t i = left - block;

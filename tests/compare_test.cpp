@@ -77,6 +77,35 @@ TYPED_TEST(Compare, FindsTheFirstDifferenceWhereverItIs) {
     }
 }
 
+// Letters beyond ASCII from every place on, then one character that differs behind each, with faults beside both texts.
+TYPED_TEST(Compare, IgnoresCaseBeyondAsciiWhereverItBegins) {
+    using R = KordCharacterRange<TypeParam>;
+    const auto unit = [](unsigned int code) { return static_cast<TypeParam>(code); };
+    for (unsigned int n = 1; n != 52; ++n) {
+        const GuardedText<TypeParam> low(n, true), high(n, false);
+        TypeParam *const a = low.data(), *const b = high.data();
+        const R left(a, 0, n), right(b, 0, n);
+        for (unsigned int i = 0; i != n; ++i) {
+            std::fill_n(a, i, unit('g'));
+            std::fill_n(b, i, unit('G'));
+            for (unsigned int j = i; j != n; ++j) {
+                a[j] = unit(j % 2 == 0 ? 0xE9 : 0xDE);
+                b[j] = unit(j % 2 == 0 ? 0xC9 : 0xFE);
+            }
+            ASSERT_EQ(left.compare_nocase(right), 0) << n << ' ' << i;
+            ASSERT_EQ(left.compare_nocase(R(right, 0, i)), static_cast<int>(n - i)) << n << ' ' << i;
+            for (unsigned int j = i; j != n; ++j) {
+                const TypeParam old = b[j];
+                b[j] = 'x';
+                const int difference = KordToUpper(j % 2 == 0 ? 0xE9 : 0xDE) - 'X';
+                ASSERT_EQ(left.compare_nocase(right), difference) << n << ' ' << i << ' ' << j;
+                ASSERT_EQ(right.compare_nocase(left), -difference) << n << ' ' << i << ' ' << j;
+                b[j] = old;
+            }
+        }
+    }
+}
+
 TYPED_TEST(Compare, IgnoresCaseForEveryPairOfCodes) {
     using R = KordCharacterRange<TypeParam>;
     std::vector<TypeParam> a(20, 'x'), b(20, 'X');

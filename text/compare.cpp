@@ -17,15 +17,35 @@ int length_difference(std::size_t a, std::size_t b) noexcept {
     return a < b ? -static_cast<int>(std::min(b - a, most)) : static_cast<int>(std::min(a - b, most));
 }
 
+/// What two texts differ by that have `same` characters in common.
 template <class Same, class T>
-int difference(const Range<T>& left, const Range<T>& right) noexcept {
+int difference_at(const Range<T>& left, const Range<T>& right, std::size_t same) noexcept {
+    const T* const a = left.begin() + same;
+    const T* const b = right.begin() + same;
+    if (a == left.end() || b == right.end()) {
+        return length_difference(static_cast<std::size_t>(left.end() - a), static_cast<std::size_t>(right.end() - b));
+    }
+    return Same::code(*a) - Same::code(*b);
+}
+
+/// A path of its own, so that the usual one keeps nothing across a call.
+template <class Same, class T>
+[[gnu::noinline]] int difference_from(const Range<T>& left, const Range<T>& right, std::size_t n,
+                                      std::size_t i) noexcept {
+    return difference_at<Same>(left, right, kord::same_front_from<Same>(left.begin(), right.begin(), n, i));
+}
+
+template <class Same, class T>
+[[gnu::noinline]] int difference(const Range<T>& left, const Range<T>& right) noexcept {
     const T* const a = left.begin();
     const T* const b = right.begin();
     const std::size_t a_length = static_cast<std::size_t>(left.end() - a);
     const std::size_t b_length = static_cast<std::size_t>(right.end() - b);
     const std::size_t n = std::min(a_length, b_length);
     const std::size_t same = kord::common_front(a, b, n, Same());
-    return same != n ? Same::code(a[same]) - Same::code(b[same]) : length_difference(a_length, b_length);
+    if (same == n) return length_difference(a_length, b_length);
+    if (Same::missed(a[same], b[same])) return difference_from<Same>(left, right, n, same);
+    return Same::code(a[same]) - Same::code(b[same]);
 }
 
 } // namespace

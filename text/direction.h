@@ -2,6 +2,7 @@
 #define KORD_TEXT_DIRECTION_H
 
 #include "core/scan.h"
+#include "text/same.h"
 
 #include <algorithm>
 #include <cstddef>
@@ -39,9 +40,9 @@ struct Forward {
     /// Where the n characters from the i-th on lie in a text of `size`, counted in the direction.
     static std::size_t offset(std::size_t, std::size_t i, std::size_t) noexcept { return i; }
     /// How many of n characters two texts have in common before they differ.
-    template <class T, class Same>
-    static std::size_t common(const T* a, const T* b, std::size_t n, const Same& same) noexcept {
-        return common_front(a, b, n, same);
+    template <class Same, class T>
+    static std::size_t common(const T* a, const T* b, std::size_t n) noexcept {
+        return same_front<Same>(a, b, n);
     }
 };
 
@@ -67,9 +68,9 @@ struct Backward {
         last = scan_character_backward(first, last, c);
     }
     static std::size_t offset(std::size_t size, std::size_t i, std::size_t n) noexcept { return size - i - n; }
-    template <class T, class Same>
-    static std::size_t common(const T* a, const T* b, std::size_t n, const Same& same) noexcept {
-        return common_back(a, b, n, same);
+    template <class Same, class T>
+    static std::size_t common(const T* a, const T* b, std::size_t n) noexcept {
+        return same_back<Same>(a, b, n);
     }
 };
 

@@ -207,7 +207,7 @@ class TextSearch {
     /// How many characters from the i-th on, of n, are the same at a place as in the text.
     std::size_t common(const T* at, std::size_t i, std::size_t n) const noexcept { return common(at, text_, i, i, n); }
     std::size_t common(const T* a, const T* b, std::size_t i, std::size_t j, std::size_t n) const noexcept {
-        return Direction::common(a + Direction::offset(n_, i, n), b + Direction::offset(n_, j, n), n, Same());
+        return Direction::template common<Same>(a + Direction::offset(n_, i, n), b + Direction::offset(n_, j, n), n);
     }
     int code(std::size_t i) const noexcept { return Same::code(text_[Direction::offset(n_, i, 1)]); }
 
