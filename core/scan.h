@@ -3,6 +3,7 @@
 
 #include "core/lanes.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <cstring>
 
@@ -95,11 +96,12 @@ template <class T, class Matcher>
         if (const unsigned int mask = c.mask()) return first + 2 * block + L::first_lane(mask);
         return first + 3 * block + L::first_lane(d.mask());
     }
-    for (; first != last; first += block) {
-        if (last - first < block) first = last - block;
+    if (first == last) return last;
+    for (const T* const end = last - block;; first += block) {
+        first = std::min(first, end);
         if (const unsigned int mask = matches(Block<T>{first}).mask()) return first + L::first_lane(mask);
+        if (first == end) return last;
     }
-    return last;
 }
 
 /// Behind the last character that the matcher takes; `first` if there is none.
@@ -123,11 +125,12 @@ template <class T, class Matcher>
         if (const unsigned int mask = c.mask()) return behind(last - 3 * block, mask);
         return behind(last - 4 * block, d.mask());
     }
-    for (; first != last; last -= block) {
-        if (last - first < block) last = first + block;
-        if (const unsigned int mask = matches(Block<T>{last - block}).mask()) return behind(last - block, mask);
+    if (first == last) return first;
+    for (;;) {
+        last -= std::min(block, last - first);
+        if (const unsigned int mask = matches(Block<T>{last}).mask()) return behind(last, mask);
+        if (last == first) return first;
     }
-    return first;
 }
 
 /// Is the C library's own search for a character known to be a fast one?
