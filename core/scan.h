@@ -74,6 +74,12 @@ class IsOrNot {
     Lanes<T> flip_;
 };
 
+/// Does a matcher take so long that the loops need not go fast and have it once?
+template <class Matcher>
+inline constexpr bool is_long_matcher = false;
+template <class T, class Matcher>
+inline constexpr bool is_long_matcher<IsOrNot<T, Matcher>> = is_long_matcher<Matcher>;
+
 /// The first character that the matcher takes; `last` if there is none.
 ///
 /// The first block is looked at alone, as what is sought is often near; then four go together.
@@ -86,17 +92,19 @@ template <class T, class Matcher>
         const unsigned int mask = part.mask(matches);
         return mask == 0 ? last : first + L::first_lane(mask);
     }
-    if (const unsigned int mask = matches(Block<T>{first}).mask()) return first + L::first_lane(mask);
-    for (first += block; last - first >= 4 * block; first += 4 * block) {
-        const L a = matches(Block<T>{first}), b = matches(Block<T>{first + block});
-        const L c = matches(Block<T>{first + 2 * block}), d = matches(Block<T>{first + 3 * block});
-        if ((a | b | c | d).mask() == 0) continue;
-        if (const unsigned int mask = a.mask()) return first + L::first_lane(mask);
-        if (const unsigned int mask = b.mask()) return first + block + L::first_lane(mask);
-        if (const unsigned int mask = c.mask()) return first + 2 * block + L::first_lane(mask);
-        return first + 3 * block + L::first_lane(d.mask());
+    if constexpr (!is_long_matcher<Matcher>) {
+        if (const unsigned int mask = matches(Block<T>{first}).mask()) return first + L::first_lane(mask);
+        for (first += block; last - first >= 4 * block; first += 4 * block) {
+            const L a = matches(Block<T>{first}), b = matches(Block<T>{first + block});
+            const L c = matches(Block<T>{first + 2 * block}), d = matches(Block<T>{first + 3 * block});
+            if ((a | b | c | d).mask() == 0) continue;
+            if (const unsigned int mask = a.mask()) return first + L::first_lane(mask);
+            if (const unsigned int mask = b.mask()) return first + block + L::first_lane(mask);
+            if (const unsigned int mask = c.mask()) return first + 2 * block + L::first_lane(mask);
+            return first + 3 * block + L::first_lane(d.mask());
+        }
+        if (first == last) return last;
     }
-    if (first == last) return last;
     for (const T* const end = last - block;; first += block) {
         first = std::min(first, end);
         if (const unsigned int mask = matches(Block<T>{first}).mask()) return first + L::first_lane(mask);
@@ -115,17 +123,19 @@ template <class T, class Matcher>
         const unsigned int mask = part.mask(matches);
         return mask == 0 ? first : behind(first, mask);
     }
-    if (const unsigned int mask = matches(Block<T>{last - block}).mask()) return behind(last - block, mask);
-    for (last -= block; last - first >= 4 * block; last -= 4 * block) {
-        const L a = matches(Block<T>{last - block}), b = matches(Block<T>{last - 2 * block});
-        const L c = matches(Block<T>{last - 3 * block}), d = matches(Block<T>{last - 4 * block});
-        if ((a | b | c | d).mask() == 0) continue;
-        if (const unsigned int mask = a.mask()) return behind(last - block, mask);
-        if (const unsigned int mask = b.mask()) return behind(last - 2 * block, mask);
-        if (const unsigned int mask = c.mask()) return behind(last - 3 * block, mask);
-        return behind(last - 4 * block, d.mask());
+    if constexpr (!is_long_matcher<Matcher>) {
+        if (const unsigned int mask = matches(Block<T>{last - block}).mask()) return behind(last - block, mask);
+        for (last -= block; last - first >= 4 * block; last -= 4 * block) {
+            const L a = matches(Block<T>{last - block}), b = matches(Block<T>{last - 2 * block});
+            const L c = matches(Block<T>{last - 3 * block}), d = matches(Block<T>{last - 4 * block});
+            if ((a | b | c | d).mask() == 0) continue;
+            if (const unsigned int mask = a.mask()) return behind(last - block, mask);
+            if (const unsigned int mask = b.mask()) return behind(last - 2 * block, mask);
+            if (const unsigned int mask = c.mask()) return behind(last - 3 * block, mask);
+            return behind(last - 4 * block, d.mask());
+        }
+        if (first == last) return first;
     }
-    if (first == last) return first;
     for (;;) {
         last -= std::min(block, last - first);
         if (const unsigned int mask = matches(Block<T>{last}).mask()) return behind(last, mask);

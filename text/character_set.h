@@ -13,9 +13,11 @@ namespace kord {
 template <class T>
 class FewMembers {
   public:
-    explicit FewMembers(const KordCharacterRange<T>& set) noexcept : FewMembers(load(set.begin(), set.length())) {}
-    [[gnu::always_inline]] Lanes<T> operator()(const auto& block) const noexcept {
-        const Lanes<T> x = block.at(0);
+    static constexpr unsigned int most = 4;
+
+    FewMembers(const T* members, unsigned int n) noexcept : FewMembers(load(members, n)) {}
+    [[gnu::always_inline]] Lanes<T> operator()(const auto& block) const noexcept { return has(block.at(0)); }
+    [[gnu::always_inline]] Lanes<T> has(Lanes<T> x) const noexcept {
         return (equal(x, a_) | equal(x, b_)) | (equal(x, c_) | equal(x, d_));
     }
 
@@ -36,6 +38,31 @@ class FewMembers {
 
     L a_, b_, c_, d_;
 };
+
+/// A matcher: one of more than four members, compared with each, four at a time. Takes no preparation.
+template <class T>
+class EachMember {
+  public:
+    explicit EachMember(const KordCharacterRange<T>& set) noexcept : first_(set.begin()), last_(set.end() - most) {}
+    [[gnu::always_inline]] Lanes<T> operator()(const auto& block) const noexcept {
+        return is_one(block.at(0), first_, last_);
+    }
+
+  private:
+    static constexpr unsigned int most = FewMembers<T>::most;
+
+    [[gnu::noinline]] static Lanes<T> is_one(Lanes<T> x, const T* first, const T* last) noexcept {
+        Lanes<T> found = FewMembers<T>(last, most).has(x);
+        for (; first < last; first += most) found = found | FewMembers<T>(first, most).has(x);
+        return found;
+    }
+
+    const T* first_;
+    const T* last_; // the last four members, which the ones before may overlap
+};
+
+template <class T>
+inline constexpr bool is_long_matcher<EachMember<T>> = true;
 
 /// A matcher: one of any number of members. A bitmap of the codes below 256, and of the last bytes of the others.
 template <class T>
@@ -70,6 +97,9 @@ class ManyMembers {
     bool has_wide_ = false;
 };
 
+template <class T>
+inline constexpr bool is_long_matcher<ManyMembers<T>> = true;
+
 /// A matcher: one of the members of a bitmap, found by shuffles.
 template <class T>
 class NarrowMembers {
@@ -81,81 +111,35 @@ class NarrowMembers {
     const CodeSet& set_;
 };
 
-/// A set as it is, the front of it held in lanes: whether a character is in it takes a few comparisons and no
-/// preparation.
-template <class T>
-class PlainSet {
-  public:
-    /// Of at least one member.
-    explicit PlainSet(const KordCharacterRange<T>& set) noexcept : set_(set) {
-        constexpr unsigned int block = Lanes<T>::count;
-        const unsigned int n = set.length();
-        if (n < block) {
-            front_[0] = front_[1] = front_[2] = front_[3] = Lanes<T>::load_partial(set.begin(), n);
-            members_ = Lanes<T>::lanes_before(Lanes<T>::all, n);
-            return;
-        }
-        for (unsigned int i = 0; i != 4; ++i) {
-            front_[i] = Lanes<T>::load(set.begin() + (i * block < n - block ? i * block : n - block));
-        }
-    }
-    bool has(T c) const noexcept {
-        const Lanes<T> x = Lanes<T>::splat(static_cast<unsigned int>(c));
-        const Lanes<T> found =
-            (equal(x, front_[0]) | equal(x, front_[1])) | (equal(x, front_[2]) | equal(x, front_[3]));
-        if ((found.mask() & members_) != 0) return true;
-        constexpr std::ptrdiff_t in_front = 4 * Lanes<T>::count;
-        return set_.end() - set_.begin() > in_front &&
-               scan_forward(set_.begin() + in_front, set_.end(), Is<T>(c)) != set_.end();
-    }
-
-  private:
-    const KordCharacterRange<T>& set_;
-    Lanes<T> front_[4];
-    unsigned int members_ = Lanes<T>::all;
-};
-
-/// Narrows [first, last) to the next character that is in the set, or, if that is not `wanted`, is not.
+/// Narrows [first, last) to the next character that is in a set prepared for that, or, if that is not `wanted`, is not.
 template <class Direction, class T>
-class MemberSearch {
-  public:
-    [[gnu::always_inline]] static void seek(const T*& first, const T*& last, const KordCharacterRange<T>& set,
+KORD_SHUFFLES void seek_narrow_member(const T*& first, const T*& last, const CodeSet& set, bool wanted) noexcept {
+    Direction::seek(first, last, IsOrNot<T, NarrowMembers<T>>(NarrowMembers<T>(set), wanted));
+}
+
+template <class Direction, class T>
+[[gnu::noinline]] void seek_prepared_member(const T*& first, const T*& last, const KordCharacterRange<T>& set,
                                             bool wanted) noexcept {
-        const unsigned int n = set.length();
-        if (n - 1 < 4) return seek(first, last, FewMembers<T>(set), wanted);
-        seek_near(first, last, set, wanted);
+    const ManyMembers<T> members(set);
+    if (!members.has_wide() && has_shuffles()) {
+        return seek_narrow_member<Direction>(first, last, members.narrow(), wanted);
     }
+    Direction::seek(first, last, IsOrNot<T, ManyMembers<T>>(members, wanted));
+}
 
-  private:
-    /// The next few characters are looked up in the set as it is, which for them is less work than any preparation.
-    [[gnu::noinline]] static void seek_near(const T*& first, const T*& last, const KordCharacterRange<T>& set,
-                                            bool wanted) noexcept {
-        if (set.empty()) return seek_prepared(first, last, set, wanted);
-        const PlainSet<T> members(set);
-        for (unsigned int i = 0; i != 8 && first != last; ++i) {
-            if (members.has(*Direction::next(first, last)) == wanted) return;
-            Direction::drop(first, last, 1);
-        }
-        if (first != last) seek_prepared(first, last, set, wanted);
-    }
-
-    [[gnu::noinline]] static void seek_prepared(const T*& first, const T*& last, const KordCharacterRange<T>& set,
-                                                bool wanted) noexcept {
-        const ManyMembers<T> members(set);
-        if (!members.has_wide() && has_shuffles()) return seek_narrow(first, last, members.narrow(), wanted);
-        seek(first, last, members, wanted);
-    }
-
-    KORD_SHUFFLES static void seek_narrow(const T*& first, const T*& last, const CodeSet& set, bool wanted) noexcept {
-        seek(first, last, NarrowMembers<T>(set), wanted);
-    }
-
-    template <class Matcher>
-    [[gnu::always_inline]] static void seek(const T*& first, const T*& last, const Matcher& members,
-                                            bool wanted) noexcept {
-        Direction::seek(first, last, IsOrNot<T, Matcher>(members, wanted));
-    }
-};
+/// The same in any set but one of few members. In a short text, and near by in a longer one, preparation does not pay.
+template <class Direction, class T>
+[[gnu::always_inline]] inline void seek_member(const T*& first, const T*& last, const KordCharacterRange<T>& set,
+                                               bool wanted) noexcept {
+    if (set.empty()) return seek_prepared_member<Direction>(first, last, set, wanted);
+    constexpr std::ptrdiff_t block = Lanes<T>::count;
+    const T* near_first = first;
+    const T* near_last = last;
+    if (last - first > 3 * block) Direction::keep(near_first, near_last, block);
+    Direction::seek(near_first, near_last, IsOrNot<T, EachMember<T>>(EachMember<T>(set), wanted));
+    Direction::follow(first, last, near_first, near_last);
+    if (near_first == near_last && first != last) seek_prepared_member<Direction>(first, last, set, wanted);
+}
 
 } // namespace kord
 

@@ -28,6 +28,11 @@ struct Forward {
     static void keep(const T*& first, const T*& last, std::size_t n) noexcept {
         last = first + std::min(n, static_cast<std::size_t>(last - first));
     }
+    /// Drops the places that a search of the next ones, now in [first_left, last_left), has dropped.
+    template <class T>
+    static void follow(const T*& first, const T*&, const T* first_left, const T*) noexcept {
+        first = first_left;
+    }
     /// Drops the places before the next one that the matcher takes.
     template <class T, class Matcher>
     [[gnu::always_inline]] static void seek(const T*& first, const T*& last, const Matcher& matches) noexcept {
@@ -58,6 +63,10 @@ struct Backward {
     template <class T>
     static void keep(const T*& first, const T*& last, std::size_t n) noexcept {
         first = last - std::min(n, static_cast<std::size_t>(last - first));
+    }
+    template <class T>
+    static void follow(const T*&, const T*& last, const T*, const T* last_left) noexcept {
+        last = last_left;
     }
     template <class T, class Matcher>
     [[gnu::always_inline]] static void seek(const T*& first, const T*& last, const Matcher& matches) noexcept {

@@ -48,6 +48,36 @@ template <class T, class Search>
     return first == last ? Range<T>::npos : static_cast<unsigned int>(last - first) - 1;
 }
 
+template <class Direction, class T, class Search>
+[[gnu::always_inline]] inline unsigned int find_from(const Range<T>& text, unsigned int pos, Search search) noexcept {
+    if constexpr (std::is_same_v<Direction, Forward>) {
+        return forward(text, pos, search);
+    } else {
+        return backward(text, pos, search);
+    }
+}
+
+/// The next character that is in a set, or, if that is not `wanted`, is not.
+template <class Direction, class T>
+[[gnu::noinline]] unsigned int find_one_of_many(const Range<T>& text, const Range<T>& set, unsigned int pos,
+                                                bool wanted) noexcept {
+    return find_from<Direction>(text, pos, [&set, wanted](const T*& first, const T*& last) {
+        kord::seek_member<Direction>(first, last, set, wanted);
+    });
+}
+
+/// Sets of few members have a path of their own that prepares next to nothing.
+template <class Direction, bool wanted, class T>
+[[gnu::always_inline]] inline unsigned int find_one_of(const Range<T>& text, const Range<T>& set,
+                                                       unsigned int pos) noexcept {
+    const unsigned int n = set.length();
+    if (n - 1 >= kord::FewMembers<T>::most) return find_one_of_many<Direction>(text, set, pos, wanted);
+    return find_from<Direction>(text, pos, [&set, n](const T*& first, const T*& last) {
+        const kord::FewMembers<T> members(set.begin(), n);
+        Direction::seek(first, last, kord::IsOrNot<T, kord::FewMembers<T>>(members, wanted));
+    });
+}
+
 /// Where the text is, from `begin` on, or `npos`. In a long text there is room for leaps, where those are fast.
 template <class Same, class Direction, class T>
 unsigned int place(const T* first, const T* last, const Range<T>& wanted, unsigned int n, const T* begin) noexcept {
@@ -125,32 +155,24 @@ unsigned int KordCharacterRange<T>::rfind_nocase(const KordCharacterRange<T>& r,
 
 template <class T>
 unsigned int KordCharacterRange<T>::find_first_of(const KordCharacterRange<T>& set, unsigned int pos) const noexcept {
-    return forward(*this, pos, [&set](const T*& first, const T*& last) {
-        kord::MemberSearch<Forward, T>::seek(first, last, set, true);
-    });
+    return find_one_of<Forward, true>(*this, set, pos);
 }
 
 template <class T>
 unsigned int KordCharacterRange<T>::find_first_not_of(const KordCharacterRange<T>& set,
                                                       unsigned int pos) const noexcept {
-    return forward(*this, pos, [&set](const T*& first, const T*& last) {
-        kord::MemberSearch<Forward, T>::seek(first, last, set, false);
-    });
+    return find_one_of<Forward, false>(*this, set, pos);
 }
 
 template <class T>
 unsigned int KordCharacterRange<T>::find_last_of(const KordCharacterRange<T>& set, unsigned int pos) const noexcept {
-    return backward(*this, pos, [&set](const T*& first, const T*& last) {
-        kord::MemberSearch<Backward, T>::seek(first, last, set, true);
-    });
+    return find_one_of<Backward, true>(*this, set, pos);
 }
 
 template <class T>
 unsigned int KordCharacterRange<T>::find_last_not_of(const KordCharacterRange<T>& set,
                                                      unsigned int pos) const noexcept {
-    return backward(*this, pos, [&set](const T*& first, const T*& last) {
-        kord::MemberSearch<Backward, T>::seek(first, last, set, false);
-    });
+    return find_one_of<Backward, false>(*this, set, pos);
 }
 
 template <class T>
