@@ -1,6 +1,8 @@
 #ifndef KORD_TEXT_FIND_TEXT_H
 #define KORD_TEXT_FIND_TEXT_H
 
+#include <kord/range.h>
+
 #include "core/scan.h"
 #include "text/direction.h"
 #include "text/same.h"
@@ -82,34 +84,42 @@ class TextSearch {
   public:
     TextSearch(const T* text, std::size_t n) noexcept : text_(text), n_(n) {}
 
-    [[gnu::always_inline]] bool probe(const T*& first, const T*& last) noexcept {
-        const Probes<T, Same, 2> probes(text_, n_);
-        return probe(first, last, probes, Direction::template seek<T, Probes<T, Same, 2>>);
+    /// Is the text at this place?
+    bool is_at(const T* place) noexcept {
+        differed_ = common(place, 0, n_);
+        return differed_ == n_;
+    }
+
+    /// How many characters were the same at the last place compared?
+    std::size_t differed() const noexcept { return differed_; }
+
+    bool probe(const T*& first, const T*& last, Patience patience = Patience()) noexcept {
+        return probe(first, last, Probes<T, Same, 2>(text_, n_), patience);
     }
     /// With more probes, one of them where the text last differed: regular texts do not survive that.
     bool probe_again(const T*& first, const T*& last) noexcept {
         MoreProbes probes(text_, n_);
         probes.aim(1, text_, Direction::offset(n_, differed_, 1));
-        return probe(first, last, probes, seek_more);
+        return probe(first, last, probes, Patience());
     }
 
     /// Looks for the first character only, by the C library's search, as long as that leaps far.
     bool leap(const T*& first, const T*& last) noexcept {
-        Patience patience;
-        for (int short_leaps = 0; short_leaps != 3;) { // below some 100 characters, probing is as fast
+        constexpr std::size_t cost = 96; // places that probing passes in the time of a leap, beside those of a failure
+        for (Patience patience;;) {
             const T* const old_first = first;
             const T* const old_last = last;
             Direction::seek_character(first, last, *text_);
             if (first == last) return true;
             const T* const at = Direction::next(first, last);
-            differed_ = at[n_ - 1] == text_[n_ - 1] ? common(at, 0, n_) : 0;
-            if (differed_ == n_) return true;
+            if (at[n_ - 1] != text_[n_ - 1]) {
+                differed_ = 0;
+            } else if (is_at(at)) {
+                return true;
+            }
             Direction::drop(first, last, 1);
-            const std::size_t leapt = passed(first - old_first, old_last - last);
-            if (patience.ends(differed_, leapt)) return false;
-            if (leapt < 128) ++short_leaps;
+            if (patience.ends(cost + differed_, passed(first - old_first, old_last - last))) return false;
         }
-        return false;
     }
 
     bool find_by_grams(const T*& first, const T*& last) noexcept {
@@ -129,8 +139,7 @@ class TextSearch {
             const T* const at = Direction::next(first, last);
             std::size_t leap = leaps[hash(at + Direction::offset(n_, end, gram))];
             if (leap == 0) {
-                differed_ = common(at, 0, n_);
-                if (differed_ == n_) return true;
+                if (is_at(at)) return true;
                 leap = leap_after_failure;
                 if (patience.ends(differed_, leap)) return false;
             }
@@ -153,7 +162,7 @@ class TextSearch {
         bool seek = true;      // false as long as comparisons get far, so that the next place is worth one at once
         while (first != last) {
             if (known == 0 && seek) {
-                seek_more(first, last, probes);
+                seek_places(first, last, probes);
                 if (first == last) return true;
             }
             const T* const at = Direction::next(first, last);
@@ -181,20 +190,22 @@ class TextSearch {
     static constexpr std::size_t gram = 8;
 
     using MoreProbes = Probes<T, Same, 4>;
-    [[gnu::noinline]] static void seek_more(const T*& first, const T*& last, const MoreProbes& probes) noexcept {
+    template <class Matcher>
+    [[gnu::noinline]] static void seek_places(const T*& first, const T*& last, const Matcher& probes) noexcept {
+        // Many probes are not worth the code that loads a part of a block: the last few places may as well be compared.
+        constexpr std::ptrdiff_t few = std::is_same_v<Matcher, MoreProbes> ? Lanes<T>::count : 0;
+        if (last - first < few) return;
         Direction::seek(first, last, probes);
     }
 
-    template <class Matcher, class Seek>
-    [[gnu::always_inline]] bool probe(const T*& first, const T*& last, const Matcher& probes, Seek seek) noexcept {
-        Patience patience;
+    template <class Matcher>
+    bool probe(const T*& first, const T*& last, const Matcher& probes, Patience patience) noexcept {
         for (;;) {
             const T* const old_first = first;
             const T* const old_last = last;
-            seek(first, last, probes);
+            seek_places(first, last, probes);
             if (first == last) return true;
-            differed_ = common(Direction::next(first, last), 0, n_);
-            if (differed_ == n_) return true;
+            if (is_at(Direction::next(first, last))) return true;
             Direction::drop(first, last, 1);
             if (patience.ends(differed_, passed(first - old_first, old_last - last))) return false;
         }
@@ -230,21 +241,15 @@ class TextSearch {
     /// The greatest of the text's endings, if codes are ordered upwards or downwards.
     Cut greatest_ending(bool upwards) const noexcept {
         Cut best{0, 1};
-        for (std::size_t start = 1, same = 0; start + same < n_;) {
-            const int a = code(best.at + same), b = code(start + same);
-            if (a == b) {
-                if (++same == best.period) {
-                    start += best.period;
-                    same = 0;
-                }
-            } else if ((b < a) == upwards) {
+        for (std::size_t start = 1; start < n_;) {
+            const std::size_t same = common(text_, text_, best.at, start, n_ - start);
+            if (start + same == n_) break;
+            if ((code(start + same) < code(best.at + same)) == upwards) {
                 start += same + 1;
-                same = 0;
                 best.period = start - best.at;
             } else {
-                best = {start, 1};
+                best = {start + same - same % best.period, 1};
                 start = best.at + 1;
-                same = 0;
             }
         }
         return best;
@@ -255,37 +260,68 @@ class TextSearch {
     std::size_t differed_ = 0; // how many characters were the same at the last place compared
 };
 
-/// What is left to do where probing has failed.
-template <class T, class Same, class Direction>
-[[gnu::noinline]] const T* find_hard_text(TextSearch<T, Same, Direction> search, const T* first,
-                                          const T* last) noexcept {
-    if (!search.find_by_grams(first, last) && !search.probe_again(first, last)) search.find_two_way(first, last);
-    return first == last ? nullptr : Direction::next(first, last);
+/// The place that a search has narrowed [first, last) to, counted from `begin`.
+template <class Direction, class T>
+unsigned int place_found(const T* first, const T* last, const T* begin) noexcept {
+    return first == last ? KordCharacterRange<T>::npos
+                         : static_cast<unsigned int>(Direction::next(first, last) - begin);
 }
 
-/// The first of the places [first, last), in the given direction, where the n > 0 characters of `text` are; null if
-/// they are at none.
+/// What is left to do where probing has failed.
+template <class T, class Same, class Direction>
+[[gnu::noinline]] unsigned int find_hard_text(TextSearch<T, Same, Direction> search, const T* first, const T* last,
+                                              const T* begin) noexcept {
+    if (!search.find_by_grams(first, last) && !search.probe_again(first, last)) search.find_two_way(first, last);
+    return place_found<Direction>(first, last, begin);
+}
+
+/// `find_text` where the text is probably at the next place.
 template <class Same, class Direction, class T>
-[[gnu::noinline]] const T* find_text(const T* first, const T* last, const T* text, std::size_t n) noexcept {
+[[gnu::noinline]] unsigned int find_text_from(const T* first, const T* last, const T* text, std::size_t n,
+                                              const T* begin) noexcept {
     TextSearch<T, Same, Direction> search(text, n);
-    if (!search.probe(first, last)) return find_hard_text(search, first, last);
-    return first == last ? nullptr : Direction::next(first, last);
+    if (!search.is_at(Direction::next(first, last))) {
+        Direction::drop(first, last, 1);
+        Patience patience;
+        if (patience.ends(search.differed(), 1) || !search.probe(first, last, patience)) {
+            return find_hard_text(search, first, last, begin);
+        }
+    }
+    return place_found<Direction>(first, last, begin);
+}
+
+/// Finds the n > 0 characters of `text` at the first of the places [first, last), in the given direction: how far that
+/// is behind `begin`, or `npos`.
+template <class Same, class Direction, class T>
+[[gnu::noinline]] unsigned int find_text(const T* first, const T* last, const T* text, std::size_t n,
+                                         const T* begin) noexcept {
+    if constexpr (std::is_same_v<Same, Exactly>) {
+        // This keeps nothing across a call, which makes it short as long as the probes find nothing.
+        Direction::seek(first, last, Probes<T, Same, 2>(text, n));
+        if (first == last) return KordCharacterRange<T>::npos;
+        return find_text_from<Same, Direction>(first, last, text, n, begin);
+    } else {
+        TextSearch<T, Same, Direction> search(text, n);
+        if (!search.probe(first, last)) return find_hard_text(search, first, last, begin);
+        return place_found<Direction>(first, last, begin);
+    }
 }
 
 /// The same in a long text, where the first character of the text may be a rare one: probes near by, then leaps as long
 /// as the leaps are long, then probes the rest.
 template <class Same, class Direction, class T>
-const T* find_in_long_text(const T* first, const T* last, const T* text, std::size_t n) noexcept {
+[[gnu::noinline]] unsigned int find_in_long_text(const T* first, const T* last, const T* text, std::size_t n,
+                                                 const T* begin) noexcept {
     TextSearch<T, Same, Direction> search(text, n);
     const T* near_first = first;
     const T* near_last = last;
     constexpr std::size_t near = 256; // too near for a leap to pay
     Direction::keep(near_first, near_last, near);
-    if (!search.probe(near_first, near_last)) return find_hard_text(search, first, last);
-    if (near_first != near_last) return Direction::next(near_first, near_last);
+    if (!search.probe(near_first, near_last)) return find_hard_text(search, first, last, begin);
+    if (near_first != near_last) return place_found<Direction>(near_first, near_last, begin);
     Direction::drop(first, last, near);
-    if (!search.leap(first, last)) return find_text<Same, Direction>(first, last, text, n);
-    return first == last ? nullptr : Direction::next(first, last);
+    if (!search.leap(first, last)) return find_text<Same, Direction>(first, last, text, n, begin);
+    return place_found<Direction>(first, last, begin);
 }
 
 } // namespace kord

@@ -48,6 +48,7 @@ template <class T, class Search>
     return first == last ? Range<T>::npos : static_cast<unsigned int>(last - first) - 1;
 }
 
+/// The one of the two that goes in the direction.
 template <class Direction, class T, class Search>
 [[gnu::always_inline]] inline unsigned int find_from(const Range<T>& text, unsigned int pos, Search search) noexcept {
     if constexpr (std::is_same_v<Direction, Forward>) {
@@ -82,13 +83,12 @@ template <class Direction, bool wanted, class T>
 template <class Same, class Direction, class T>
 unsigned int place(const T* first, const T* last, const Range<T>& wanted, unsigned int n, const T* begin) noexcept {
     constexpr std::ptrdiff_t is_long = 1024;
-    const T* found = nullptr;
-    if (kord::has_fast_character_scan<T> && std::is_same_v<Same, Exactly> && last - first >= is_long) {
-        found = kord::find_in_long_text<Same, Direction>(first, last, wanted.begin(), n);
-    } else {
-        found = kord::find_text<Same, Direction>(first, last, wanted.begin(), n);
+    if constexpr (kord::has_fast_character_scan<T> && std::is_same_v<Same, Exactly>) {
+        if (last - first >= is_long) {
+            return kord::find_in_long_text<Same, Direction>(first, last, wanted.begin(), n, begin);
+        }
     }
-    return found == nullptr ? Range<T>::npos : static_cast<unsigned int>(found - begin);
+    return kord::find_text<Same, Direction>(first, last, wanted.begin(), n, begin);
 }
 
 /// A match ends at or before `pos`.
