@@ -13,8 +13,8 @@ using Range = KordCharacterRange<T>;
 
 /// Lengths differ by more than an `int` holds only where no string reaches; the sign stays right even there.
 int length_difference(std::size_t a, std::size_t b) noexcept {
-    constexpr std::size_t most = std::numeric_limits<int>::max();
-    return a < b ? -static_cast<int>(std::min(b - a, most)) : static_cast<int>(std::min(a - b, most));
+    constexpr std::ptrdiff_t most = std::numeric_limits<int>::max();
+    return static_cast<int>(std::clamp(static_cast<std::ptrdiff_t>(a - b), -most, most));
 }
 
 /// What two texts differ by that have `same` characters in common.
