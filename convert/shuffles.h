@@ -75,27 +75,37 @@ struct Spreads {
     static constexpr unsigned int window = 12;              // bytes: no more than are looked at
     static constexpr unsigned char none = 255;
 
-    Spread spreads[pairs + triples + 1];
-    static constexpr unsigned int five_triples = pairs + triples; ///< one more: five of three bytes
+    static constexpr unsigned int five_triples = pairs + triples;   ///< two more: five of three bytes
+    static constexpr unsigned int eight_singles = five_triples + 1; ///< and eight of one
 
-    /// For each mask of the bytes that end a character in the window the number of a spread, and how many bytes it
-    /// takes. None where others do better: eight characters of one byte, four of three, or any of more than three.
+    /// For each mask of the bytes that end a character in the window the number of a spread, none where they are too
+    /// few or one has more than three bytes, and the bytes that it takes: of five triples only four. The two more come
+    /// last, for those who do better there.
     struct Entry {
         unsigned char number = none;
         unsigned char bytes = 0;
-        unsigned int units() const noexcept { return number < pairs ? 6 : 4; }
     };
-    Entry of_ends[1u << window];
+    Entry of_ends[1u << window]; // the first member: what decoding waits for is the way to an entry
+    Spread spreads[pairs + triples + 2];
+    unsigned char units[pairs + triples + 2]; ///< what a spread makes, of five triples only four
 
     constexpr Spreads() {
         unsigned char bytes[pairs + triples] = {};
+        for (unsigned int i = 0; i != eight_singles; ++i) units[i] = i < pairs ? 6 : 4;
+        units[eight_singles] = 8;
         for (unsigned int i = 0; i != pairs; ++i) bytes[i] = add(spreads[i], i, 2, 6);
         for (unsigned int i = 0; i != triples; ++i) bytes[pairs + i] = add(spreads[pairs + i], i, 3, 4);
         for (unsigned int k = 0; k != 5; ++k) spreads[five_triples].add(k, 3 * k + 3, 3);
+        for (unsigned int k = 0; k != 8; ++k) spreads[eight_singles].add(k, k + 1, 1);
         for (unsigned int ends = 0; ends != 1u << window; ++ends) {
             const unsigned char number = number_of(ends);
-            const bool is_ascii = (ends & 0xFF) == 0xFF, is_triple = number == pairs + triples - 1;
-            if (number != none && !is_ascii && !is_triple) of_ends[ends] = {number, bytes[number]};
+            if ((ends & 0xFF) == 0xFF) {
+                of_ends[ends] = {eight_singles, 8};
+            } else if (number == pairs + triples - 1) {
+                of_ends[ends] = {five_triples, 12};
+            } else if (number != none) {
+                of_ends[ends] = {number, bytes[number]};
+            }
         }
     }
 

@@ -1,12 +1,12 @@
 // UTF-8 to UTF-16. Converting and counting share a step that reads a character and alone knows the rules; stretches of
 // characters that are as they should be go faster, and come to the same.
 #include "convert/shuffles.h"
+#include "convert/stretch.h"
 #include "core/lanes.h"
 
 #include <kord/convert.h>
 
 #include <algorithm>
-#include <bit>
 #include <cstddef>
 #include <cstdint>
 
@@ -14,6 +14,7 @@ namespace {
 
 using Bytes = kord::Lanes<char>;
 using Units = kord::Lanes<unsigned short>;
+using kord::Stretch;
 
 constexpr std::ptrdiff_t block = Bytes::count;
 
@@ -69,8 +70,27 @@ constexpr unsigned int units_of(std::uint32_t c) noexcept {
     return c < 0x10000 ? 1 : 2;
 }
 
+constexpr bool continues(unsigned int byte) noexcept {
+    return (byte & 0xC0) == 0x80;
+}
+
 /// Reads and writes the next character; false if it has no room.
-bool decode_to(const unsigned char*& at, unsigned short*& to, const unsigned short* end) noexcept {
+[[gnu::always_inline]] inline bool decode_to(const unsigned char*& at, unsigned short*& to,
+                                             const unsigned short* end) noexcept {
+    const std::uint32_t first = at[0];
+    if (first < 0xE0 && !continues(first)) {
+        // Whether it is one byte or two is hard to foretell: no branch. Of one the last is the first once more.
+        const std::uint32_t is_two = first >> 7, if_two = 0 - is_two, last = at[is_two];
+        if (((last ^ 0x80) & 0xC0 & if_two) == 0) [[likely]] {
+            *to++ = static_cast<unsigned short>(last + (((first << 6) - (0xC0 << 6 | 0x80)) & if_two));
+            at += 1 + is_two;
+            return true;
+        }
+    } else if ((first & 0xF0) == 0xE0 && continues(at[1]) && continues(at[2])) {
+        *to++ = static_cast<unsigned short>(first << 12 | (at[1] & 0x3Fu) << 6 | (at[2] & 0x3Fu));
+        at += 3;
+        return true;
+    }
     std::uint32_t c;
     decode(at, Endless(), c);
     if (units_of(c) == 1) {
@@ -85,74 +105,6 @@ bool decode_to(const unsigned char*& at, unsigned short*& to, const unsigned sho
 
 // ---- stretches -----------------------------------------------------------------------------------------------------
 
-/// The lowest n bits, 1 to 64.
-constexpr std::uint64_t lowest(std::size_t n) noexcept {
-    return ~std::uint64_t{0} >> (-n % 64);
-}
-
-/// What the bytes of a stretch, which starts with a character, are; a bit each.
-template <unsigned int blocks>
-struct Stretch {
-    static constexpr unsigned int size = blocks * static_cast<unsigned int>(block);
-
-    Bytes parts[blocks];
-    std::uint64_t others; ///< not ASCII
-    std::uint64_t firsts = 0, firsts_of_three = 0, firsts_of_four = 0;
-
-    [[gnu::always_inline]] explicit Stretch(const unsigned char* at) noexcept {
-        for (unsigned int i = 0; i != blocks; ++i) parts[i] = load(at + i * block);
-        classify();
-    }
-    [[gnu::always_inline]] explicit Stretch(Bytes bytes) noexcept : parts{bytes} { classify(); }
-
-    std::uint64_t continuations() const noexcept { return others & ~firsts; }
-
-    /// Are all characters complete, but for the last one, and those of four bytes not another character's in disguise?
-    /// Only the plain step knows how to take what is not. Of the bytes those in the mask are looked at.
-    [[gnu::always_inline]] bool is_regular(std::uint64_t mask) const noexcept {
-        const std::uint64_t expected = firsts << 1 | firsts_of_three << 2 | firsts_of_four << 3;
-        if (((continuations() ^ expected) & mask) != 0) return false;
-        if (firsts_of_four == 0) return true;
-        // No character begins with F8 and more; from F0 80 to F0 8F the value is one of fewer bytes.
-        const std::uint64_t nothing = bits([](Bytes part) { return in_range(part, 0xF8, 0xFF); });
-        const std::uint64_t least = bits([](Bytes part) { return equal(part, Bytes::splat(0xF0)); });
-        const std::uint64_t low = bits([](Bytes part) { return in_range(part, 0x80, 0x8F); });
-        return (nothing | (least << 1 & low)) == 0;
-    }
-
-    /// Of a regular stretch the last bytes of characters.
-    std::uint64_t ends() const noexcept {
-        return ~others | (firsts & ~firsts_of_three) << 1 | (firsts_of_three & ~firsts_of_four) << 2 |
-               firsts_of_four << 3;
-    }
-
-    /// The bytes of the characters that the end does not cut off.
-    unsigned int whole() const noexcept {
-        const bool is_cut = (firsts >> (size - 1) | firsts_of_three >> (size - 2) | firsts_of_four >> (size - 3)) != 0;
-        return is_cut ? 63 - static_cast<unsigned int>(std::countl_zero(firsts)) : size;
-    }
-
-  private:
-    static Bytes twice(Bytes part) noexcept { return part + part; }
-
-    /// Bit by bit from the top: set for what is not ASCII, then for first bytes, then for those of longer characters.
-    [[gnu::always_inline]] void classify() noexcept {
-        others = bits([](Bytes part) { return part; });
-        if (others == 0) return;
-        firsts = others & bits(twice);
-        firsts_of_three = firsts & bits([](Bytes part) { return twice(twice(part)); });
-        firsts_of_four = firsts_of_three & bits([](Bytes part) { return twice(twice(twice(part))); });
-    }
-
-    /// The top bits of what the function makes of each block.
-    template <class Make>
-    [[gnu::always_inline]] std::uint64_t bits(const Make& make) const noexcept {
-        std::uint64_t mask = 0;
-        for (unsigned int i = 0; i != blocks; ++i) mask |= std::uint64_t{make(parts[i]).top_bits()} << i * block;
-        return mask;
-    }
-};
-
 [[gnu::always_inline]] inline Units spread_out(Bytes bytes, const kord::Spread& spread) noexcept {
     const Units low = kord::lanes_as<unsigned short>(Bytes::shuffle(bytes, spread.low.from));
     const Units high = kord::lanes_as<unsigned short>(Bytes::shuffle(bytes, spread.high.from));
@@ -162,13 +114,12 @@ struct Stretch {
 /// Four characters of four bytes as pairs of units.
 [[gnu::always_inline]] inline Units four_pairs(Bytes bytes) noexcept {
     constexpr unsigned char z = kord::Places::zero;
-    constexpr unsigned char second_first[16] = {1, 0, 5, 4, 9, 8, 13, 12, z, z, z, z, z, z, z, z};
-    constexpr unsigned char third[16] = {2, z, 6, z, 10, z, 14, z, z, z, z, z, z, z, z, z};
-    constexpr unsigned char fourth_third[16] = {3, 2, 7, 6, 11, 10, 15, 14, z, z, z, z, z, z, z, z};
-    const auto shuffled = [bytes](const unsigned char(&places)[16]) {
-        return kord::lanes_as<unsigned short>(Bytes::shuffle(bytes, places));
-    };
-    const Units a = shuffled(second_first), b = shuffled(third), c = shuffled(fourth_third);
+    static constexpr unsigned char second_first[16] = {1, 0, 5, 4, 9, 8, 13, 12, z, z, z, z, z, z, z, z};
+    static constexpr unsigned char third[16] = {2, z, 6, z, 10, z, 14, z, z, z, z, z, z, z, z, z};
+    static constexpr unsigned char fourth_third[16] = {3, 2, 7, 6, 11, 10, 15, 14, z, z, z, z, z, z, z, z};
+    const Units a = kord::lanes_as<unsigned short>(Bytes::shuffle(bytes, second_first));
+    const Units b = kord::lanes_as<unsigned short>(Bytes::shuffle(bytes, third));
+    const Units c = kord::lanes_as<unsigned short>(Bytes::shuffle(bytes, fourth_third));
     const Units six_bits = Units::splat(0x3F);
     const Units upper =
         (a & Units::splat(0x0700)) | Units::shift_left<2>(a & six_bits) | Units::shift_right<4>(b & Units::splat(0x30));
@@ -186,9 +137,9 @@ struct Group {
 [[gnu::always_inline]] inline Group decode_group(Bytes bytes, std::uint64_t ends, unsigned short* to) noexcept {
     constexpr const kord::Spreads& tables = kord::spreads;
     const auto entry = tables.of_ends[ends & ((1u << tables.window) - 1)];
-    if (entry.number != tables.none) {
+    if (entry.number < tables.five_triples) [[likely]] {
         spread_out(bytes, tables.spreads[entry.number]).store(to);
-        return {entry.bytes, entry.units()};
+        return {entry.bytes, tables.units[entry.number]};
     }
     if ((ends & 0xFF) == 0xFF) {
         widen_first(bytes).store(to);
@@ -205,24 +156,21 @@ struct Group {
     return {0, 0};
 }
 
-using Long = Stretch<4>;
-
 /// Decodes most of a regular stretch. Up to a block behind it is read, and up to half a block behind the units written.
-[[gnu::always_inline]] inline void decode_stretch(const Long& stretch, const unsigned char*& at, unsigned short*& to,
+[[gnu::always_inline]] inline void decode_stretch(const Stretch& stretch, const unsigned char*& at, unsigned short*& to,
                                                   const unsigned short* end) noexcept {
-    const std::uint64_t ends = stretch.ends();
-    unsigned int pos = 0;
-    while (pos < Long::size - kord::Spreads::window) {
-        const Group group = decode_group(load(at + pos), ends >> pos, to);
-        pos += group.bytes;
+    const unsigned char* const stop = at + Stretch::size - kord::Spreads::window;
+    for (std::uint64_t ends = stretch.ends(); at < stop;) {
+        const Group group = decode_group(load(at), ends, to);
+        at += group.bytes;
         to += group.units;
+        ends >>= group.bytes;
         if (group.bytes == 0) {
-            const unsigned char* character = at + pos;
-            decode_to(character, to, end);
-            pos = static_cast<unsigned int>(character - at);
+            const unsigned char* const character = at;
+            decode_to(at, to, end);
+            ends >>= at - character;
         }
     }
-    at += pos;
 }
 
 /// Decodes stretches as long as there is room for all that may be written.
@@ -231,16 +179,16 @@ template <bool shuffles>
                                                     const unsigned short* end) noexcept {
     // No unit takes less than a byte: where there is room for so many units, so many bytes can be read. The last block
     // that is decoded begins before the end of the stretch by more than a window.
-    constexpr std::ptrdiff_t room = Long::size + block - kord::Spreads::window;
+    constexpr std::ptrdiff_t room = Stretch::size + block - kord::Spreads::window;
     while (end - to >= room) {
-        const Long stretch(at);
+        const Stretch stretch(at);
         if (stretch.others == 0) {
             for (const Bytes part : stretch.parts) {
                 store_widened(part, to);
                 to += block;
             }
-            at += Long::size;
-        } else if (shuffles && stretch.is_regular(lowest(Long::size))) {
+            at += Stretch::size;
+        } else if (shuffles && stretch.is_regular()) {
             decode_stretch(stretch, at, to, end);
         } else {
             for (const unsigned short* const stop = to + Units::count; to < stop;) decode_to(at, to, end);
@@ -248,47 +196,100 @@ template <bool shuffles>
     }
 }
 
-/// The same a few characters at a time. No more bytes are read than units are wanted.
-template <bool shuffles>
-[[gnu::always_inline]] inline void decode_groups(const unsigned char*& at, unsigned short*& to,
-                                                 const unsigned short* end) noexcept {
-    while (end - to >= static_cast<std::ptrdiff_t>(Units::count)) {
-        const auto known = static_cast<std::size_t>(std::min(end - to, block));
-        const Stretch<1> stretch(known < block ? Bytes::load_partial(reinterpret_cast<const char*>(at), known)
-                                               : load(at));
-        const Bytes bytes = stretch.parts[0];
-        Group group{0, 0};
-        if (stretch.others == 0) {
-            widen_first(bytes).store(to);
-            group = {8, 8};
-        } else if (shuffles && stretch.is_regular(lowest(known))) {
-            group = decode_group(bytes, stretch.ends() & lowest(known), to);
+// ---- short texts and the ends of long ones -------------------------------------------------------------------------
+
+/// Are all characters of the block, but for one that it cuts off, of the length, which is three or four? Those of four
+/// may yet be others in disguise.
+template <unsigned int length>
+[[gnu::always_inline]] inline bool are_alike(Bytes bytes) noexcept {
+    struct Pattern {
+        char mask[block] = {}, bits[block] = {};
+        constexpr Pattern() {
+            for (unsigned int i = 0; i != block / length * length; ++i) {
+                const bool is_first = i % length == 0;
+                mask[i] = static_cast<char>(is_first ? (length == 3 ? 0xF0 : 0xF8) : 0xC0);
+                bits[i] = static_cast<char>(is_first ? (length == 3 ? 0xE0 : 0xF0) : 0x80);
+            }
         }
-        at += group.bytes;
-        to += group.units;
-        if (group.bytes != 0) continue;
-        for (const unsigned short* const stop = to + Units::count / 2; to < stop;) decode_to(at, to, end);
-    }
+    };
+    static constexpr Pattern pattern;
+    return equal(bytes & Bytes::load(pattern.mask), Bytes::load(pattern.bits)).mask() == Bytes::all;
 }
 
-template <bool shuffles>
-[[gnu::always_inline]] inline unsigned short* decode_all(const unsigned char* at, unsigned short* to,
-                                                         const unsigned short* end) noexcept {
-    decode_stretches<shuffles>(at, to, end);
-    decode_groups<shuffles>(at, to, end);
+/// Decodes a block of characters of three bytes, or of four; says whether it is one.
+[[gnu::always_inline]] inline bool decode_alike(const unsigned char*& at, unsigned short*& to) noexcept {
+    const Bytes bytes = load(at);
+    if (are_alike<3>(bytes)) {
+        spread_out(bytes, kord::spreads.spreads[kord::Spreads::five_triples]).store(to);
+        at += 15;
+        to += 5;
+        return true;
+    }
+    if (*at < 0xF0 || !are_alike<4>(bytes)) return false;
+    const Units pairs = four_pairs(bytes);
+    if (equal(pairs & Units::splat(0xF800), Units::splat(0xD800)).mask() != Units::all) return false;
+    pairs.store(to);
+    at += 16;
+    to += 8;
+    return true;
+}
+
+/// Decodes groups out of as many bytes, at least a block of them, as units are wanted: so many can be read. A few of
+/// the last, which are hardly a group, are left.
+[[gnu::always_inline]] inline void decode_groups(const unsigned char*& at, unsigned short*& to,
+                                                 const unsigned short* end) noexcept {
+    constexpr const kord::Spreads& tables = kord::spreads;
+    constexpr std::ptrdiff_t least = 8, room = Units::count;
+    const auto known = static_cast<std::size_t>(std::min<std::ptrdiff_t>(end - to, Stretch::size));
+    const unsigned char* const limit = at + known;
+    const kord::Marks marks = kord::marks_of(at, known);
+    if ((marks.errors() & kord::lowest(known)) != 0) return;
+    std::uint64_t ends = marks.ends() & kord::lowest(known);
+    do {
+        const auto entry = tables.of_ends[ends & ((1u << tables.window) - 1)];
+        if (entry.number == tables.none) return;
+        spread_out(kord::load_before(at, limit), tables.spreads[entry.number]).store(to);
+        at += entry.bytes;
+        to += tables.units[entry.number];
+        ends >>= entry.bytes;
+    } while (limit - at >= least && end - to >= room);
+}
+
+unsigned short* decode_characters(const unsigned char* at, unsigned short* to, const unsigned short* end) noexcept {
     while (to != end) {
         if (!decode_to(at, to, end)) return nullptr;
     }
     return to;
 }
 
+/// A text shorter than a block. Such texts are mostly ASCII.
+unsigned short* decode_few(const unsigned char* at, unsigned short* to, const unsigned short* end) noexcept {
+    while (to != end && *at < 0x80) *to++ = *at++;
+    return decode_characters(at, to, end);
+}
+
+/// Not a part of `decode_shuffling`: in one function with the long stretches, either would get in the other's way.
+[[gnu::noinline]] KORD_SHUFFLES unsigned short* decode_rest(const unsigned char* at, unsigned short* to,
+                                                            const unsigned short* end) noexcept {
+    while (end - to >= block) {
+        if (decode_alike(at, to)) continue;
+        const unsigned short* const before = to;
+        decode_groups(at, to, end);
+        if (to != before) continue;
+        for (const unsigned short* const stop = to + Units::count / 2; to < stop;) decode_to(at, to, end);
+    }
+    return decode_characters(at, to, end);
+}
+
 KORD_SHUFFLES unsigned short* decode_shuffling(const unsigned char* at, unsigned short* to,
                                                const unsigned short* end) noexcept {
-    return decode_all<true>(at, to, end);
+    decode_stretches<true>(at, to, end);
+    return decode_rest(at, to, end);
 }
 [[gnu::noinline]] unsigned short* decode_plainly(const unsigned char* at, unsigned short* to,
                                                  const unsigned short* end) noexcept {
-    return decode_all<false>(at, to, end);
+    decode_stretches<false>(at, to, end);
+    return decode_characters(at, to, end);
 }
 
 // ---- counting ------------------------------------------------------------------------------------------------------
@@ -296,7 +297,8 @@ KORD_SHUFFLES unsigned short* decode_shuffling(const unsigned char* at, unsigned
 /// Writes a block of bytes as a unit each if they are ASCII; says whether they are.
 [[gnu::always_inline]] inline bool decode_ascii(const unsigned char* at, unsigned short* to) noexcept {
     const Bytes bytes = load(at);
-    if (!bytes.is_ascii()) return false;
+    if (!bytes.is_ascii()) [[unlikely]]
+        return false;
     store_widened(bytes, to);
     return true;
 }
@@ -318,8 +320,9 @@ unsigned short* KordConvert::ConvertUtf8(const unsigned char* source, unsigned s
     for (; end - target >= block && decode_ascii(source, target); target += block) source += block;
     const std::ptrdiff_t rest = end - target;
     if (rest == 0) return end;
+    if (count < block) return decode_few(source, target, end);
     // What is left of a block is begun before it.
-    if (rest < block && count >= block && decode_ascii(source + rest - block, end - block)) return end;
+    if (rest < block && decode_ascii(source + rest - block, end - block)) return end;
     return kord::has_shuffles() ? decode_shuffling(source, target, end) : decode_plainly(source, target, end);
 }
 
@@ -327,11 +330,11 @@ unsigned long KordConvert::CountUtf8(const unsigned char* source, unsigned long 
     const EndsAt text{source + count};
     std::uint64_t units = 0;
     while (source != text.end) {
-        if (text.end - source >= static_cast<std::ptrdiff_t>(Long::size)) {
-            const Long stretch(source);
-            if (stretch.is_regular(lowest(Long::size))) {
+        if (text.end - source >= static_cast<std::ptrdiff_t>(Stretch::size)) {
+            const Stretch stretch(source);
+            if (stretch.is_regular()) {
                 const unsigned int whole = stretch.whole();
-                const std::uint64_t counted = lowest(whole);
+                const std::uint64_t counted = kord::lowest(whole);
                 // A unit for the first byte of every character, another for those of four.
                 units += bits_set(~stretch.continuations() & counted) + bits_set(stretch.firsts_of_four & counted);
                 source += whole;
