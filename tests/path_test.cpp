@@ -2,6 +2,7 @@
 #include "support/guard.h"
 #include "support/text.h"
 
+#include <kord/chars.h>
 #include <kord/path.h>
 
 #include <algorithm>
@@ -37,22 +38,12 @@ TEST(SplitPath, PathsOfEveryKind) {
     const struct { const char *path, *items; bool relative; } rows[] = {
         {"", "", false}, {"   ", "", false}, {"a", "File:a", true}, {"/", "", false}, {"//", "Server:", false},
         {"foo/bar/baz.txt", "Dir:foo Dir:bar File:baz Ext:txt", true}, {"/foo/", "Dir:foo", false},
-        {"C:", "Drive:C:", false}, {"C:foo.txt", "Drive:C: File:foo Ext:txt", false}, {":", "Drive::", false},
         {"C:/dir/file.tar.gz", "Drive:C: Dir:dir File:file Ext:tar Ext:gz", false},
         {"foo:bar", "Drive:foo: File:bar", false}, {"/C:/x", "Drive:C: File:x", false},
         {"///server/share/dir/file.txt", "Server:server Share:share Dir:dir File:file Ext:txt", false},
-        {"//server/", "Server:server Share:", false}, {"//s.x/h.y", "Server:s.x Share:h.y", false},
-        {"/MNT/C:/x.txt", "Mount:MNT Drive:C: File:x Ext:txt", false}, {"/MNT//c:/", "Mount:MNT Drive:c:", false},
-        {"/MNT/\xe9:", "Mount:MNT Drive:\xe9:", false}, {"/mnt/C:", "Dir:mnt File:C:", false},
-        {"/MNT/CD:", "Dir:MNT File:CD:", false}, {"/MNT/1:", "Dir:MNT File:1:", false}, {"/MNT", "File:MNT", false},
-        {"/MNTX/C:", "Dir:MNTX File:C:", false}, {"MNT/C:", "Dir:MNT File:C:", true},
-        {"//MNT/C:", "Server:MNT Share:C:", false}, {"/MNT/C:/..", "Mount:MNT Drive:C: Parent:", false},
-        {".", "File: Ext:", true}, {"..", "Parent:", true}, {"...", "File: Ext: Ext: Ext:", true},
-        {".../a", "Dir:... File:a", true}, {"a/./b", "Dir:a File:b", true}, {"a/.", "Dir:a File: Ext:", true},
-        {"a/..", "", true}, {"a/../../b", "Parent: File:b", true}, {"C:../x", "Drive:C: Parent: File:x", false},
-        {"//srv/share/../x", "Server:srv Share:share Parent: File:x", false}, {".profile", "File: Ext:profile", true},
-        {"a..b", "File:a Ext: Ext:b", true}, {"x.y/z", "Dir:x.y File:z", true}, {"a///b", "Dir:a File:b", true},
-        {"  x/y ", "Dir:x File:y ", true}, {"\tC:/x", "Drive:C: File:x", false}, {"\xa0/x", "Dir:\xa0 File:x", true},
+        {"/MNT/C:/x.txt", "Mount:MNT Drive:C: File:x Ext:txt", false}, {"/mnt/C:", "Dir:mnt File:C:", false},
+        {"...", "File: Ext: Ext: Ext:", true}, {"a/./b", "Dir:a File:b", true}, {"a/.", "Dir:a File: Ext:", true},
+        {"a/../../b", "Parent: File:b", true}, {"//srv/share/../x", "Server:srv Share:share Parent: File:x", false},
     };
     // clang-format on
     for (const auto& row : rows) {
@@ -61,6 +52,10 @@ TEST(SplitPath, PathsOfEveryKind) {
         std::replace(path.begin(), path.end(), '/', '\\');
         EXPECT_EQ(split(path), (Split{row.items, row.relative})) << path;
     }
+}
+
+bool is_letter(char c) {
+    return (kordType[static_cast<unsigned char>(c)] & (kordUpper | kordLower)) != 0;
 }
 
 /// The rules one after the other, on items written as they are shown.
@@ -83,7 +78,7 @@ Split split_plainly(std::string path) {
     } else if (colon != first.npos) {
         items[0] = "Drive:" + first.substr(0, colon + 1);
         if (colon + 1 != first.size()) items.insert(items.begin() + 1, "Dir:" + first.substr(colon + 1));
-    } else if (leading == 1 && first == "MNT" && second.size() == 2 && std::isalpha(second[0]) && second[1] == ':') {
+    } else if (leading == 1 && first == "MNT" && second.size() == 2 && is_letter(second[0]) && second[1] == ':') {
         items[0] = "Mount:MNT";
         items[1] = "Drive:" + second;
     }
@@ -111,11 +106,13 @@ Split split_plainly(std::string path) {
 }
 
 TEST(SplitPath, RandomPathsAgreeWithThePlainRules) {
-    static const char* const words[] = {"/", "/",   "/",   "\\", "..", "..", ".",
-                                        "a", "b.c", "MNT", "C:", ":",  " ",  "longer than a block"};
+    static const char* const words[] = {
+        "/",   "/",   "/",  "\\", "..",    "..", ".",  "a",    "b.c", " ",
+        "MNT", "MNX", "C:", ":",  "\xE9:", "1:", "Cx", "\xA0", "\t",  "longer than a block"};
+    static const char* const fronts[] = {"", "", "/MNT/", "\\MNT//", "/mnt/"};
     Dice below(7);
     for (int round = 0; round != 30000; ++round) {
-        std::string path;
+        std::string path = below.pick(fronts);
         for (unsigned int n = below(14); n != 0; --n) path += below.pick(words);
         ASSERT_EQ(split(path), split_plainly(path)) << path;
     }
