@@ -1,4 +1,4 @@
-// Strings beside what the walk covers: construction, sharing as it is seen from outside, limits, buffers, literals.
+// Strings beside what the walk covers: construction, limits, buffers.
 #include "support/text.h"
 
 #include <kord/errors.h>
@@ -16,13 +16,17 @@ TYPED_TEST_SUITE(Strings, Widths);
 
 TYPED_TEST(Strings, ConstructorsEnterTheirStates) {
     using S = String<TypeParam>;
+    static_assert(std::is_nothrow_move_constructible_v<S> && std::is_nothrow_move_assignable_v<S> &&
+                  std::is_nothrow_copy_constructible_v<S> && std::is_nothrow_copy_assignable_v<S> &&
+                  std::is_nothrow_swappable_v<S> && std::has_virtual_destructor_v<S>);
     const Units<TypeParam> units(std::string_view("ab\0cd", 5));
     const TypeParam *const null = nullptr, *const text = units;
     for (const S& s : {S(), S(null), S(null, 5u), S(nullptr, 5), S(null, null), S(nullptr, text)}) {
         EXPECT_TRUE(s.data() == nullptr && s.capacity() == 0);
         EXPECT_EQ(*s.c_str(), 0);
     }
-    for (const S& s : {make<TypeParam>(""), S(0, 'x'), S(0, 0), S(text, 0), S(text, text), S::nullString}) {
+    for (const S& s :
+         {make<TypeParam>(""), S(0, 'x'), S(0, 0), S(text, 0), S(text, text), S() = nullptr, S::nullString}) {
         EXPECT_TRUE(s.empty() && s.capacity() == smallest<TypeParam>);
         EXPECT_EQ(s.c_str(), S().c_str());
     }
@@ -35,50 +39,11 @@ TYPED_TEST(Strings, ConstructorsEnterTheirStates) {
     EXPECT_EQ(holders(first), 2u);
 }
 
-TYPED_TEST(Strings, PiecesLieInTheirSourceUntilTheyNeedATerminator) {
-    using S = String<TypeParam>;
-    const S s = make<TypeParam>("hello"), u = s.substr(1, 3);
-    EXPECT_TRUE(u.data() == s.data() + 1 && s.substr(9).data() == s.cend());
-    EXPECT_EQ(show(KordCharacterRange<TypeParam>(u.c_str())), "ell"); // moves: an 'o' follows the piece
-    EXPECT_NE(block_of(u), block_of(s));
-    EXPECT_EQ(s.substr(2).c_str(), s.data() + 2); // ends at the terminator: stays
-    EXPECT_EQ(show(S(s, s.data() + 3, s.cend())), "lo");
-    const Units<TypeParam> text("literal");
-    EXPECT_EQ(&u.assign_literal(text), &u);
-    EXPECT_EQ(u.c_str(), text);
-    EXPECT_EQ(u.assign_literal(nullptr).data(), nullptr);
-    S t;
-    static_cast<BasicString<TypeParam>&>(t) = s; // the base class assigns as safely
-    EXPECT_EQ(holders(s), 2u);
-}
-
-TYPED_TEST(Strings, TextIsAssignedAndAddedEvenItsOwn) {
-    String<TypeParam> s;
-    s = nullptr;
-    EXPECT_EQ(s.capacity(), smallest<TypeParam>);
-    s = Units<TypeParam>("abc");
-    s = s.data() + 1;
-    (s += s.c_str()) += s;
-    EXPECT_EQ(show(s), "bcbcbcbc");
-    // A source that is nothing but the terminator of a full block: growing would pull it away (a sanitizer sees that).
+TYPED_TEST(Strings, ASourceMayBeTheTerminatorOfAFullBlock) {
+    // Growing the block would pull it away (a sanitizer sees that).
     String<TypeParam> full(smallest<TypeParam>, 'f');
     full.append(KordCharacterRange<TypeParam>(full.c_str() + full.length(), 0, 1));
     EXPECT_EQ(show(full), std::string(smallest<TypeParam>, 'f') + "{0}");
-}
-
-TYPED_TEST(Strings, MovingAndSwappingExchangePointers) {
-    using S = String<TypeParam>;
-    static_assert(std::is_nothrow_move_constructible_v<S> && std::is_nothrow_move_assignable_v<S> &&
-                  std::is_nothrow_copy_constructible_v<S> && std::is_nothrow_copy_assignable_v<S> &&
-                  std::is_nothrow_swappable_v<S> && std::has_virtual_destructor_v<S>);
-    S s = make<TypeParam>("hello");
-    const void* const block = block_of(s);
-    S t(std::move(s)), u = make<TypeParam>("other");
-    u = std::move(t);
-    EXPECT_TRUE(s.data() == nullptr && t.capacity() == 0);
-    S& alias = u;
-    u = std::move(alias);
-    EXPECT_TRUE(block_of(u) == block && holders(u) == 1);
 }
 
 TYPED_TEST(Strings, LengthsAboveTheLimitAreRefusedAndNothingChanges) {
@@ -91,8 +56,6 @@ TYPED_TEST(Strings, LengthsAboveTheLimitAreRefusedAndNothingChanges) {
         return block_of(t) == block_of(before) && t.length() == before.length();
     };
     EXPECT_TRUE(refuses(s, [](S& t) { t.reserve(0x100001); }));
-    for (const unsigned int n : {0xFFFFFFFF, 0xFFFFFFFF - 4}) EXPECT_TRUE(refuses(s, [n](S& t) { t.append(n, 'x'); }));
-    EXPECT_TRUE(refuses(s, [](S& t) { t.insert(2, 0xFFFFFFFE, 'x'); }));
     EXPECT_TRUE(refuses(s, [](S& t) { t.get_buffer(0x100001); }));
     EXPECT_TRUE(refuses(s, [](S& t) { t.release_buffer(0xFFFFFFFE); }));
     EXPECT_TRUE(refuses(s, [](S& t) { t.append(R(t.data(), 0, 0xFFFFFFFE)); }));
@@ -118,9 +81,10 @@ TYPED_TEST(Strings, LengthsAboveTheLimitAreRefusedAndNothingChanges) {
 TEST(Errors, AnErrorKeepsItsOwnCopyOfTheMessageCutAt63) {
     try {
         astring().reserve(0x100001);
-    } catch (const os_logic_error& e) {
+    } catch (const std::exception& e) {
         EXPECT_STREQ(e.what(), "BasicString<T>::reserve(c) with c > 0x100000");
     }
+    EXPECT_THROW(astring().reserve(0x100001), os_logic_error);
     std::string text(63, 'x');
     const os_length_error whole(text.c_str()), copy(whole), cut((text + "y").c_str());
     text.assign(63, 'z');

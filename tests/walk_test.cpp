@@ -8,6 +8,7 @@
 #include <kord/chars.h>
 
 #include <map>
+#include <utility>
 
 namespace {
 
@@ -20,7 +21,7 @@ template <class T>
 class Walk : public ::testing::Test {
   protected:
     using R = KordCharacterRange<T>;
-    static constexpr unsigned int kinds = 26, strings = 5;
+    static constexpr unsigned int kinds = 28, strings = 5;
 
     const long blocks_before = heap.blocks;
     String<T> real[strings];
@@ -58,11 +59,13 @@ class Walk : public ::testing::Test {
         case 18: x.n % 2 == 0 ? s.make_upper() : s.make_lower(); break;
         case 19: s.set_at(x.pos, c); break;
         case 20: s.erase(); break;
-        case 21: s.assign_literal(foreign.data() + 2); break;
+        case 21: s.assign_literal(x.n % 4 == 0 ? nullptr : foreign.data() + 2); break;
         case 22: s += c; break;
         case 23: s = o.substr(x.spos, x.sn); break;
         case 24: std::fill_n(s.get_buffer(x.n % 20 + 3), x.n % 20 + 3, c), s.release_buffer(x.n % 20); break;
         case 25: swap(s, real[x.j]); break;
+        case 26: s = std::move(real[x.j]); break;
+        case 27: s = String<T>(std::move(real[x.j])); break;
         default: ADD_FAILURE();
         }
         return 0;
@@ -108,10 +111,12 @@ class Walk : public ::testing::Test {
             if (x.pos < size) s.reserve(size), s.text[x.pos] = c;
             break;
         case 20: s.empty(); break;
-        case 21: s = {codes(R(foreign.data() + 2)), nullptr, 0, false}; break;
+        case 21: s = x.n % 4 == 0 ? Model<T>() : Model<T>{codes(R(foreign.data() + 2)), nullptr, 0, false}; break;
         case 22: s.fill(size, 1, c); break;
         case 24: s.reserve(x.n % 20 + 3), s.text.assign(x.n % 20, c); break;
         case 25: std::swap(s, model[x.j]); break;
+        case 26:
+        case 27: s = std::exchange(model[x.j], {}); break;
         default: break;
         }
         return 0;
