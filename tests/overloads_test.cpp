@@ -42,7 +42,7 @@ TYPED_TEST(Overloads, ALiteralZeroIsAPositionOrDoesNotCompile) {
         {S(s).replace(0u, 1u, text), "xyello"}, {S(s).replace(0, 0, 'c'), "chello"},
         {S(s).replace(0, 5, s, 0, 0), ""}, {S(s).replace(0, 0, text, text + 1), "xhello"},
         {S().assign(s, 0, 0), ""}, {S(s, 0, 0), ""}, {S(0, 'x'), ""}, {S(std::size_t{2}, 'x'), "xx"},
-        {S().assign(s, 0, 2), "he"},
+        {S().assign(s, 0, 2), "he"}, {S(s).append(text), "helloxy"},
     };
     for (const auto& [result, expected] : rows) EXPECT_EQ(show(result), expected) << "row of " << expected;
 }
@@ -58,14 +58,6 @@ TYPED_TEST(Overloads, ConstantTextIsWalkedWithoutUnsharing) {
     EXPECT_EQ(show(s) + show(copy), "xxxabc");
     EXPECT_EQ(show(s.replace(s.begin(), s.begin() + 2, static_cast<const TypeParam*>(nullptr))), "x");
     EXPECT_EQ(show(s.replace(s.begin(), s.end(), Units<TypeParam>("yz"))), "yz");
-}
-
-TEST(NarrowOverloads, AStringOfBytesTakesLiteralsAndRanges) {
-    astring s("a");
-    ((s += aliteral("bc")) += "d") += 'e';
-    EXPECT_EQ(show(s.append("fg").insert(1, "--").replace(0, 1, "A")), "A--bcdefg");
-    EXPECT_EQ(s.find("cd") + s.find_nocase("CD") + s.rfind("-", 3) + s.find_first_of("xg", 2), 4u + 4 + 2 + 8);
-    EXPECT_EQ(s.compare("A--bcdef") + s.compare(1, 2, "--", 2) + s.compare_nocase("a--BCDEFG"), 1);
 }
 
 } // namespace

@@ -19,19 +19,13 @@ TYPED_TEST(Range, PositionsInTextAreTakenOnTrustAndPiecesClamped) {
     EXPECT_TRUE(whole[1] == 'b' && whole.size() == 5);
 }
 
-TYPED_TEST(Range, LiteralsStoreWhatTheyAreGivenAndMeasureTheRest) {
+TYPED_TEST(Range, LiteralsCountInAnyInteger) {
     using L = Literal<TypeParam>;
     const Units<TypeParam> hello("hello");
     const TypeParam* const text = hello;
-    const String<TypeParam> s(text, 3u);
     L l;
-    EXPECT_EQ(l.begin(), nullptr);
-    EXPECT_EQ(show(L(text + 1, text + 3)) + show(l.assign(text + 1, text + 3)), "elel");
-    EXPECT_EQ(show(L(text)) + show(l.assign(text)) + show(L(text, 4u)) + show(l.assign(text, 4u)),
-              "hellohellohellhell");
-    EXPECT_TRUE(L(text, 0).empty() && l.assign(text, 0).end() == text && l.assign(s).end() == s.cend());
-    EXPECT_EQ(&(l = L(text)), &l);
-    EXPECT_EQ(show(L(l)), "hello");
+    EXPECT_TRUE(L(text, 0).empty() && l.assign(text, 0).end() == text);
+    EXPECT_EQ(show(L(text, 4)) + show(l.assign(text, 4ull)), "hellhell");
     if constexpr (sizeof(void*) > 4) {
         const std::size_t more = static_cast<std::size_t>(0x100000003ull); // than any count holds
         EXPECT_EQ(L(text, text + more).length(), L::npos);
