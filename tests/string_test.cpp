@@ -39,9 +39,12 @@ TYPED_TEST(Strings, ConstructorsEnterTheirStates) {
     EXPECT_EQ(holders(first), 2u);
 }
 
-TYPED_TEST(Strings, ASourceMayBeTheTerminatorOfAFullBlock) {
-    // Growing the block would pull it away (a sanitizer sees that).
+TYPED_TEST(Strings, ASourceMayBeTheLastCharacterOfAFullBlockOrItsTerminator) {
     String<TypeParam> full(smallest<TypeParam>, 'f');
+    const void* const block = block_of(full);
+    full.replace(0, 1, full, smallest<TypeParam> - 1, 1);
+    EXPECT_NE(block_of(full), block); // not in place
+    // Growing the block would pull the terminator away (a sanitizer sees that).
     full.append(KordCharacterRange<TypeParam>(full.c_str() + full.length(), 0, 1));
     EXPECT_EQ(show(full), std::string(smallest<TypeParam>, 'f') + "{0}");
 }
