@@ -4,7 +4,6 @@
 #include "support/model.h"
 #include "support/text.h"
 
-#include <numeric>
 #include <type_traits>
 
 namespace {
@@ -37,15 +36,10 @@ TYPED_TEST(Adapters, HoldAStringAndNothingElse) {
 // clang-format on
 
 TEST(AdapterMapping, IsLatin1UnitByUnit) {
-    std::vector<unsigned short> units(0x10000);
-    std::iota(units.begin(), units.end(), static_cast<unsigned short>(0));
-    const std::vector<char> bytes(units.begin(), units.begin() + 0x100);
-    const astring narrow = AstringAdapter(range_of(units));
-    const ustring wide = UstringAdapter(range_of(bytes));
     for (unsigned int u = 0; u != 0x10000; ++u) {
-        const unsigned char one = AstringAdapter::Convert(units[u]), among_all = narrow[u];
-        ASSERT_TRUE(one == (u < 0x100 ? u : '?') && among_all == one) << u;
-        ASSERT_TRUE(u >= 0x100 || (UstringAdapter::Convert(bytes[u]) == u && wide[u] == u)) << u;
+        const unsigned char narrow = AstringAdapter::Convert(static_cast<unsigned short>(u));
+        ASSERT_EQ(narrow, u < 0x100 ? u : '?');
+        ASSERT_TRUE(u >= 0x100 || UstringAdapter::Convert(static_cast<char>(u)) == u) << u;
     }
 }
 
