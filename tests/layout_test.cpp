@@ -30,11 +30,9 @@ constexpr bool check_width() {
     static_assert(offsetof(Open<T>, body_) == 3 * P);
     static_assert(std::has_virtual_destructor_v<Range> && std::has_virtual_destructor_v<Literal> &&
                   std::has_virtual_destructor_v<String> && !std::is_polymorphic_v<Adapter>);
-    // The characters begin behind the two counts, and the block has a slot for a terminator: 16 bytes at least.
+    // The characters begin behind the two counts.
     static_assert(sizeof(Body) == 8 && alignof(Body) == 4 && std::is_standard_layout_v<Body>);
     static_assert(offsetof(Body, count) == 0 && offsetof(Body, capacity) == 4);
-    static_assert(Body::block_size(0) == 16 && Body::capacity_for(0) == 8 - sizeof(T));
-    static_assert(Body::block_size(100) == (sizeof(T) == 1 ? 112 : 224));
     static_assert(std::is_same_v<decltype(Range::npos), const unsigned int> && Range::npos == 0xFFFFFFFFu);
     static_assert(std::is_same_v<decltype(BasicString<T>::lengthLimit), const unsigned int> &&
                   BasicString<T>::lengthLimit == 0x100000u);
