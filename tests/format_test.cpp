@@ -75,7 +75,7 @@ TYPED_TEST(Format, WritesWhatThePlaceholdersSay) {
         {"%f", {-0.0}, "0.000000"}, {"% 06.1f", {1.5}, " 001.5"}, {"%.4294967295f", {2.5}, "2.500000"},
         {"%%%d%5%", {5L}, "%5%"}, {"%d%-9", {5L}, "5"}, {"%d%\0%d, rest"sv, {5L}, "5"},
         {"%s=%f", {a, 2.5}, "a=2.500000"}, {"%4294967295%%d", {7L}, "%7"}, {"%d%4294967295", {7L}, "7"},
-        {"text", {5L}, refused}, {"%d %d", {5L}, refused}, {"%d", {1L, 2L}, refused}, {"%d", {5UL}, refused},
+        {"dd", {5L}, refused}, {"%d %d", {5L}, refused}, {"%d", {1L, 2L}, refused}, {"%d", {5UL}, refused},
         {"%e", {5.0}, refused}, {"%99999999999d", {5L}, refused}, {"%.99999999999d", {5L}, refused},
         {"%*d", {5L}, refused}, {"%*%%d", {5L}, refused}, {"%4294967295d%d", {7L}, refused},
         {"%1048577d", {7L}, too_long}, {"a%1048576d", {7L}, too_long}, {"%-4294967295x", {7UL}, too_long},
