@@ -1,7 +1,9 @@
 // The `format` members: each names the kinds of its arguments and hands them to the engine.
+#include "core/draft.h"
+#include "format/conversion.h"
 #include "format/engine.h"
-#include "format/field.h"
 
+#include <cstddef>
 #include <cstdint>
 
 const char kordSignatureD[2] = "d";
@@ -20,13 +22,50 @@ namespace {
 
 using kord::Argument;
 
-template <class T, class... Arguments>
-BasicString<T>& format(BasicString<T>& target, const KordCharacterRange<T>& tmpl, const char* signature,
-                       std::uint64_t lengthSum, const Arguments&... arguments) {
-    static_assert(sizeof...(Arguments) <= kord::most_arguments);
-    const Argument<T> list[] = {arguments...};
+template <class T>
+BasicString<T>& format_two(BasicString<T>& target, const KordCharacterRange<T>& tmpl, const char* signature,
+                           std::uint64_t lengthSum, const Argument<T>& a, const Argument<T>& b) {
+    const Argument<T> list[] = {a, b};
     kord::format_typed(target, tmpl, signature, lengthSum, list);
     return target;
+}
+
+// Most templates for one argument are one placeholder and nothing else, and most of these a mere "%d" or the like. They
+// have the conversion known beforehand, and nothing of them is recorded. `letter` is the signature.
+
+template <char letter, class T>
+[[gnu::always_inline]] inline BasicString<T>& format_by(const kord::FormatSpec<T>& spec, BasicString<T>& target,
+                                                        std::uint64_t lengthSum, const Argument<T>& argument) {
+    const std::uint64_t room = lengthSum + kord::room_for(kord::conversion_of(letter), spec);
+    kord::Draft<T> draft(room);
+    kord::Output<T> output(draft.first(), static_cast<std::size_t>(room));
+    kord::put_argument(output, spec, letter, argument);
+    if (spec.width != 0) output.at = kord::pad(draft.first(), output.at, spec);
+    draft.move_to(target, output.at);
+    return target;
+}
+
+template <char letter, class T>
+[[gnu::noinline]] BasicString<T>& format_scanned(BasicString<T>& target, const KordCharacterRange<T>& tmpl,
+                                                 const char* signature, std::uint64_t lengthSum, Argument<T> argument) {
+    const T* const end = tmpl.end();
+    if (!tmpl.empty() && *tmpl.begin() == '%' && kord::conversion_of(end[-1]).letter == letter) {
+        const kord::FormatSpec<T> spec = kord::scan_placeholder(tmpl.begin(), end);
+        if (spec.end == end && !kord::has_star(spec)) return format_by<letter>(spec, target, lengthSum, argument);
+    }
+    kord::format_typed(target, tmpl, signature, lengthSum, &argument);
+    return target;
+}
+
+template <char letter, class T>
+[[gnu::always_inline]] inline BasicString<T>& format_one(BasicString<T>& target, const KordCharacterRange<T>& tmpl,
+                                                         const char* signature, std::uint64_t lengthSum,
+                                                         const Argument<T>& argument) {
+    const T* const at = tmpl.begin();
+    if (tmpl.end() - at != 2 || at[0] != '%' || kord::conversion_of(at[1]).letter != letter) {
+        return format_scanned<letter>(target, tmpl, signature, lengthSum, argument);
+    }
+    return format_by<letter>({at[1], 0, 0, kord::FormatSpec<T>::none, at, at + 2}, target, lengthSum, argument);
 }
 
 } // namespace
@@ -34,37 +73,37 @@ BasicString<T>& format(BasicString<T>& target, const KordCharacterRange<T>& tmpl
 template <class T>
 BasicString<T>& BasicString<T>::format(const KordCharacterRange<T>& tmpl, const KordCharacterRange<T>& a,
                                        const KordCharacterRange<T>& b) {
-    return ::format(*this, tmpl, kordSignatureSS, std::uint64_t{a.length()} + b.length(), a, b);
+    return format_two(*this, tmpl, kordSignatureSS, std::uint64_t{a.length()} + b.length(), {a}, {b});
 }
 
 template <class T>
 BasicString<T>& BasicString<T>::format(const KordCharacterRange<T>& tmpl, const KordCharacterRange<T>& a, double x) {
-    return ::format(*this, tmpl, kordSignatureSF, a.length(), a, x);
+    return format_two(*this, tmpl, kordSignatureSF, a.length(), {a}, {x});
 }
 
 template <class T>
 BasicString<T>& BasicString<T>::format(const KordCharacterRange<T>& tmpl, const KordCharacterRange<T>& a, long n) {
-    return ::format(*this, tmpl, kordSignatureSD, a.length(), a, n);
+    return format_two(*this, tmpl, kordSignatureSD, a.length(), {a}, {n});
 }
 
 template <class T>
 BasicString<T>& BasicString<T>::format(const KordCharacterRange<T>& tmpl, long n, double x) {
-    return ::format(*this, tmpl, kordSignatureDF, 0, n, x);
+    return format_two(*this, tmpl, kordSignatureDF, 0, {n}, {x});
 }
 
 template <class T>
 BasicString<T>& BasicString<T>::format(const KordCharacterRange<T>& tmpl, double x, double y) {
-    return ::format(*this, tmpl, kordSignatureFF, 0, x, y);
+    return format_two(*this, tmpl, kordSignatureFF, 0, {x}, {y});
 }
 
 template <class T>
 BasicString<T>& BasicString<T>::format(const KordCharacterRange<T>& tmpl, long n, long m) {
-    return ::format(*this, tmpl, kordSignatureDD, 0, n, m);
+    return format_two(*this, tmpl, kordSignatureDD, 0, {n}, {m});
 }
 
 template <class T>
 BasicString<T>& BasicString<T>::format(const KordCharacterRange<T>& tmpl, const KordCharacterRange<T>& a) {
-    return ::format(*this, tmpl, kordSignatureS, a.length(), a);
+    return format_one<'s'>(*this, tmpl, kordSignatureS, a.length(), {a});
 }
 
 template <class T>
@@ -74,22 +113,22 @@ BasicString<T>& BasicString<T>::format(const KordCharacterRange<T>& tmpl, const 
 
 template <class T>
 BasicString<T>& BasicString<T>::format(const KordCharacterRange<T>& tmpl, T c) {
-    return ::format(*this, tmpl, kordSignatureC, 0, c);
+    return format_one<'c'>(*this, tmpl, kordSignatureC, 0, {c});
 }
 
 template <class T>
 BasicString<T>& BasicString<T>::format(const KordCharacterRange<T>& tmpl, double x) {
-    return ::format(*this, tmpl, kordSignatureF, 0, x);
+    return format_one<'f'>(*this, tmpl, kordSignatureF, 0, {x});
 }
 
 template <class T>
 BasicString<T>& BasicString<T>::format(const KordCharacterRange<T>& tmpl, unsigned long n) {
-    return ::format(*this, tmpl, kordSignatureU, 0, n);
+    return format_one<'u'>(*this, tmpl, kordSignatureU, 0, {n});
 }
 
 template <class T>
 BasicString<T>& BasicString<T>::format(const KordCharacterRange<T>& tmpl, long n) {
-    return ::format(*this, tmpl, kordSignatureD, 0, n);
+    return format_one<'d'>(*this, tmpl, kordSignatureD, 0, {n});
 }
 
 namespace {

@@ -1,0 +1,98 @@
+#ifndef KORD_FORMAT_CONVERSION_H
+#define KORD_FORMAT_CONVERSION_H
+
+#include "format/argument.h"
+#include "format/field.h"
+#include "format/placeholder.h"
+#include "text/classify.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <iterator>
+
+/// The conversions: the arguments they are for, the room that they need, and how they are rendered.
+namespace kord {
+
+/// What the engine knows of a conversion.
+struct Conversion {
+    char letter = '\0';     ///< of the signature; 0 for what is no conversion
+    unsigned char room = 0; ///< characters reserved for it, if its width is not greater
+};
+
+/// A sign and the digits of a `long`, or a prefix and its hexadecimal digits, and one more.
+inline constexpr unsigned char integer_room = sizeof(long) == 4 ? 12 : 21;
+inline constexpr unsigned int usual_precision = 6, most_usual_precision = 19;
+
+/// A row for every ASCII character. The letter of a signature is always one of its conversions.
+struct Conversions {
+    Conversion rows[128];
+    constexpr Conversions() {
+        set('d', {'d', integer_room});
+        set('i', {'d', integer_room});
+        set('u', {'u', integer_room});
+        set('x', {'u', integer_room});
+        set('X', {'u', integer_room});
+        set('c', {'c', 1});
+        set('f', {'f', 13 + most_usual_precision}); // a greater precision adds what it has more
+        set('s', {'s', 0});                         // its characters are in the length sum
+    }
+    constexpr void set(char character, Conversion row) { rows[static_cast<unsigned char>(character)] = row; }
+};
+inline constexpr Conversions conversions;
+
+template <class T>
+constexpr const Conversion& conversion_of(T character) noexcept {
+    const unsigned int code = code_of(character);
+    return conversions.rows[code < std::size(conversions.rows) ? code : 0];
+}
+
+/// The room that a placeholder needs for itself; a text also needs its length.
+template <class T>
+constexpr std::uint64_t room_for(const Conversion& conversion, const FormatSpec<T>& spec) noexcept {
+    std::uint64_t room = conversion.room;
+    if (conversion.letter == 'f' && spec.precision != spec.none && spec.precision > most_usual_precision) {
+        room += spec.precision - most_usual_precision;
+    }
+    return std::max<std::uint64_t>(room, spec.width);
+}
+
+/// No argument stands for a star.
+template <class T>
+constexpr bool has_star(const FormatSpec<T>& spec) noexcept {
+    return (spec.flags & (flag_width_star | flag_precision_star)) != 0;
+}
+
+template <class T>
+[[gnu::always_inline]] inline void put_unsigned(Output<T>& out, const FormatSpec<T>& spec,
+                                                unsigned long value) noexcept {
+    if (spec.conversion == 'u') return out.put_decimal('\0', value);
+    if (spec.flags & flag_alternate) {
+        out.put('0');
+        out.put(spec.conversion);
+    }
+    out.put_hexadecimal(value, kordDigits[spec.conversion == 'X']);
+}
+
+/// Writes an argument, given its letter of the signature, as its placeholder says, but for the width.
+template <class T>
+[[gnu::always_inline]] inline void put_argument(Output<T>& out, const FormatSpec<T>& spec, char letter,
+                                                const Argument<T>& argument) noexcept {
+    switch (letter) {
+    case 'd':
+        if ((spec.flags & flag_blank) && argument.d >= 0) out.put(' ');
+        out.put_decimal(spec.flags & flag_plus ? '+' : '\0', argument.d);
+        break;
+    case 'u': put_unsigned(out, spec, argument.u); break;
+    case 'f':
+        if ((spec.flags & flag_blank) && argument.f >= 0) out.put(' ');
+        out.put_real(argument.f, static_cast<int>(spec.precision == spec.none ? usual_precision : spec.precision),
+                     (spec.flags & flag_plus) != 0);
+        break;
+    case 'c': out.put(argument.c); break;
+    default: out.put(argument.s->begin(), std::min(argument.s->length(), spec.precision)); break; // 's'
+    }
+}
+
+} // namespace kord
+
+#endif
