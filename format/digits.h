@@ -1,6 +1,8 @@
 #ifndef KORD_FORMAT_DIGITS_H
 #define KORD_FORMAT_DIGITS_H
 
+#include "core/lanes.h"
+
 #include <kord/chars.h>
 
 #include <bit>
@@ -72,14 +74,68 @@ template <class T, class U>
     }
 }
 
-/// Eight decimal digits as the characters of a word, the first one lowest: halves of the number, halves of these and
-/// again halves are taken apart side by side. `n` is below 10^8.
-inline std::uint64_t eight_digits(std::uint32_t n) noexcept {
-    const std::uint64_t fours = n / 10000 | std::uint64_t{n % 10000} << 32;
-    const std::uint64_t hundreds = (fours * 10486 >> 20) & 0x0000007F0000007F; // over 100
-    const std::uint64_t pairs = hundreds | (fours - hundreds * 100) << 16;
-    const std::uint64_t tens = (pairs * 103 >> 10) & 0x000F000F000F000F; // over 10
-    return (tens | (pairs - tens * 10) << 8) | 0x3030303030303030;
+/// The character '0' in each byte of a word.
+inline constexpr std::uint64_t eight_zeros = 0x3030303030303030;
+
+/// Eight decimal digits as the bytes of a word, the first one lowest: the number is divided, then both halves of it are
+/// side by side, then their halves. A part that splits into q and r is q at its own place and r behind it, which is
+/// the part itself moved there, less q times what it was divided by. `n` is below 10^8.
+constexpr std::uint64_t eight_digits(std::uint32_t n) noexcept {
+    const std::uint64_t whole = n, q = n / 10000;
+    const std::uint64_t fours = (whole << 32) - q * ((std::uint64_t{10000} << 32) - 1);
+    const std::uint64_t hundreds = (fours * 10486 >> 20) & 0x0000007F0000007F;
+    const std::uint64_t pairs = (fours << 16) - hundreds * ((100 << 16) - 1);
+    const std::uint64_t tens = (pairs * 103 >> 10) & 0x000F000F000F000F;
+    return (pairs << 8) - tens * ((10 << 8) - 1);
+}
+static_assert(eight_digits(12345678) == 0x0807060504030201 && eight_digits(99999999) == 0x0909090909090909);
+
+/// Stores the eight bytes of a word as characters.
+template <class T>
+[[gnu::always_inline]] inline void store_eight(T* to, std::uint64_t characters) noexcept {
+    if constexpr (sizeof(T) == 1) {
+        std::memcpy(to, &characters, sizeof characters);
+    } else {
+        widen_first(Lanes<char>::load_partial(reinterpret_cast<const char*>(&characters), 8)).store(to);
+    }
+}
+
+inline constexpr std::uint32_t hundred_million = 100000000;
+
+/// Writes the digits of `n`, which is below 10^8, and something behind them: eight characters in all. Returns where the
+/// digits end. There is no branch, as lengths are hard to foretell.
+template <class T>
+[[gnu::always_inline]] inline T* write_few(T* to, std::uint32_t n) noexcept {
+    const std::uint64_t digits = eight_digits(n);
+    const unsigned int zeros = static_cast<unsigned int>(std::countr_zero(digits | std::uint64_t{1} << 56)) / 8;
+    store_eight(to, (digits | eight_zeros) >> (8 * zeros));
+    return to + (8 - zeros);
+}
+
+/// The same for 10^8 and more; nothing is written behind the digits.
+template <class T, class U>
+[[gnu::noinline]] T* write_many(T* to, U n) noexcept {
+    const U head = n / hundred_million;
+    to += decimal_digits(head);
+    write_decimal(to, head);
+    store_eight(to, eight_digits(static_cast<std::uint32_t>(n % hundred_million)) | eight_zeros);
+    return to + 8;
+}
+
+/// Room for a sign and the digits of a `long`, or for the digits of an `unsigned long`; more than eight.
+inline constexpr std::size_t decimal_room = std::numeric_limits<long>::digits10 + 2;
+
+/// Writes a sign, or nothing for 0, and the decimal digits of `n`; of the room perhaps more. Returns where they end.
+template <class T>
+[[gnu::always_inline]] inline T* decimal_text(T* to, char sign, unsigned long n) noexcept {
+    *to = static_cast<T>(static_cast<unsigned char>(sign)); // overwritten if there is none
+    to += sign != 0;
+    if constexpr (sizeof(std::size_t) == sizeof(std::uint64_t)) { // else digit after digit is faster
+        return n < hundred_million ? write_few(to, static_cast<std::uint32_t>(n)) : write_many(to, n);
+    }
+    to += decimal_digits(n);
+    write_decimal(to, n);
+    return to;
 }
 
 template <class U>

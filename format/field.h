@@ -11,9 +11,18 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <cstdint>
 #include <cstring>
 
 namespace kord {
+
+/// Writes a sign, or nothing for 0, and digits, if they do not pass `limit`; returns where they end.
+template <class T>
+[[gnu::noinline]] T* put_decimal_if_fits(T* at, const T* limit, char sign, unsigned long n) noexcept {
+    T text[decimal_room];
+    const T* const last = decimal_text(text, sign, n);
+    return last - text <= limit - at ? std::copy(static_cast<const T*>(text), last, at) : at;
+}
 
 /// Where a text is being written, and the end of the room that was reserved for it. The reserved room is always
 /// enough; numbers look once more, and one that would not fit is left out whole. To be kept in registers: what is too
@@ -36,17 +45,18 @@ struct Output {
 
     /// A sign, or 0 for none, and the decimal digits of `n`.
     [[gnu::always_inline]] void put_decimal(char sign, unsigned long n) noexcept {
-        const unsigned int digits = decimal_digits(n) + (sign != 0);
-        if (!has_room(digits)) return;
-        *at = static_cast<T>(static_cast<unsigned char>(sign)); // overwritten if there is none
-        at += digits;
-        write_decimal(at, n);
+        if (has_room(decimal_room)) {
+            at = decimal_text(at, sign, n);
+            return;
+        }
+        at = put_decimal_if_fits(at, limit, sign, n);
     }
 
     /// The same for a signed number; `plus` is the sign of what is not negative.
     [[gnu::always_inline]] void put_decimal(char plus, long n) noexcept {
-        const auto bits = static_cast<unsigned long>(n);
-        put_decimal(n < 0 ? '-' : plus, n < 0 ? 0 - bits : bits);
+        const auto ones = static_cast<unsigned long>(n >> (8 * sizeof n - 1)); // all, or none: no branch to foretell
+        put_decimal(static_cast<char>(plus ^ ((plus ^ '-') & static_cast<int>(ones))),
+                    (static_cast<unsigned long>(n) ^ ones) - ones);
     }
 
     [[gnu::always_inline]] void put_hexadecimal(unsigned long n, const char (&row)[17]) noexcept {

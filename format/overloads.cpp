@@ -141,7 +141,8 @@ constexpr unsigned int lone_real_room = 32;
 
 template <class T>
 BasicString<T>& BasicString<T>::format(long n) {
-    kord::Output<T> output(get_buffer(lone_integer_room), lone_integer_room);
+    if (!BasicStringBody<T>::serves(body_, begin_, lone_integer_room)) reserve(lone_integer_room);
+    kord::Output<T> output(body_->first(), lone_integer_room);
     output.put_decimal('+', n);
     end_ = output.terminate();
     return *this;
@@ -149,7 +150,8 @@ BasicString<T>& BasicString<T>::format(long n) {
 
 template <class T>
 BasicString<T>& BasicString<T>::format(unsigned long n) {
-    kord::Output<T> output(get_buffer(lone_integer_room), lone_integer_room);
+    if (!BasicStringBody<T>::serves(body_, begin_, lone_integer_room)) reserve(lone_integer_room);
+    kord::Output<T> output(body_->first(), lone_integer_room);
     output.put_decimal('\0', n);
     end_ = output.terminate();
     return *this;
@@ -157,7 +159,8 @@ BasicString<T>& BasicString<T>::format(unsigned long n) {
 
 template <class T>
 BasicString<T>& BasicString<T>::format(double x) {
-    kord::Output<T> output(get_buffer(lone_real_room), lone_real_room);
+    if (!BasicStringBody<T>::serves(body_, begin_, lone_real_room)) reserve(lone_real_room);
+    kord::Output<T> output(body_->first(), lone_real_room);
     output.put_real(x, -1, false);
     end_ = output.terminate();
     return *this;

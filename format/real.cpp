@@ -104,7 +104,7 @@ char* write_with_point(char* to, std::uint64_t n, unsigned int decimals) noexcep
     const unsigned int all = std::max(kord::decimal_digits(n), decimals + 1), whole = all - decimals;
     char* const end = to + all + (decimals != 0);
     if (all <= 8) { // most numbers, and without a loop whose end is hard to foretell
-        const std::uint64_t digits = kord::eight_digits(static_cast<std::uint32_t>(n));
+        const std::uint64_t digits = kord::eight_digits(static_cast<std::uint32_t>(n)) | kord::eight_zeros;
         store_last(digits, all, to);
         if (decimals == 0) return end;
         to[whole] = '.';

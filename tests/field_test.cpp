@@ -3,6 +3,9 @@
 #include "support/guard.h"
 #include "support/text.h"
 
+#include <limits>
+#include <type_traits>
+
 namespace {
 
 template <class T>
@@ -26,6 +29,33 @@ TYPED_TEST(Field, ANumberIsWrittenWholeOrNotAtAll) {
             const auto written = static_cast<unsigned int>(output.at - buffer.data());
             EXPECT_EQ(show(KordCharacterRange<TypeParam>(buffer.data(), 0, written)), room < text.size() ? "" : text);
         }
+    }
+}
+
+/// What putting `number` with a plus writes into so much room.
+template <class T, class Number>
+std::string put(unsigned int room, Number number) {
+    const GuardedText<T> buffer(room, false);
+    kord::Output<T> output(buffer.data(), room);
+    output.put_decimal(std::is_signed_v<Number> ? '+' : '\0', number);
+    return show(KordCharacterRange<T>(buffer.data(), 0, static_cast<unsigned int>(output.at - buffer.data())));
+}
+
+TYPED_TEST(Field, DecimalsOfEveryLengthAreRight) {
+    constexpr unsigned long most = std::numeric_limits<unsigned long>::max();
+    for (unsigned long step = 1;; step *= 10) {
+        for (const unsigned long n : {step - 1, step, step + 1, 9 * (step / 9), most / step}) {
+            const std::string digits = std::to_string(n);
+            const auto length = static_cast<unsigned int>(digits.size());
+            const auto number = static_cast<long>(n);
+            const std::string text = (number < 0 ? "" : "+") + std::to_string(number);
+            for (const unsigned int room : {0u, 1u, 30u}) {
+                EXPECT_EQ(put<TypeParam>(length + room, n), digits);
+                EXPECT_EQ(put<TypeParam>(static_cast<unsigned int>(text.size()) + room, number), text);
+            }
+            EXPECT_EQ(put<TypeParam>(length - 1, n), "");
+        }
+        if (step > most / 10) break;
     }
 }
 

@@ -17,7 +17,7 @@ FLOORS = {
              "kord/string.h"],
     "text": ["kord/range.h", "kord/chars.h", "kord/real.h", "core/case.h", "core/lanes.h", "core/scan.h"],
     "format": ["kord/range.h", "kord/basic_string.h", "kord/string.h", "kord/format.h", "kord/chars.h", "kord/real.h",
-               "core/copy.h", "core/draft.h", "core/scan.h", "text/classify.h", "text/number.h"],
+               "core/copy.h", "core/draft.h", "core/lanes.h", "core/scan.h", "text/classify.h", "text/number.h"],
     "convert": ["kord/convert.h", "kord/string.h", "kord/range.h", "kord/errors.h", "core/copy.h", "core/draft.h",
                 "core/scan.h", "core/lanes.h"],
     "hash": ["kord/hash.h"],
