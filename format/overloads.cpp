@@ -31,7 +31,8 @@ BasicString<T>& format_two(BasicString<T>& target, const KordCharacterRange<T>& 
 }
 
 // Most templates for one argument are one placeholder and nothing else, and most of these a mere "%d" or the like. They
-// have the conversion known beforehand, and nothing of them is recorded. `letter` is the signature.
+// have the conversion known beforehand, and nothing of them is recorded. `letter` is the signature. Each of the three
+// ways is a function of its own, so that none pays for what another one keeps.
 
 template <char letter, class T>
 [[gnu::always_inline]] inline BasicString<T>& format_by(const kord::FormatSpec<T>& spec, BasicString<T>& target,
@@ -46,26 +47,38 @@ template <char letter, class T>
 }
 
 template <char letter, class T>
-[[gnu::noinline]] BasicString<T>& format_scanned(BasicString<T>& target, const KordCharacterRange<T>& tmpl,
-                                                 const char* signature, std::uint64_t lengthSum, Argument<T> argument) {
-    const T* const end = tmpl.end();
-    if (!tmpl.empty() && *tmpl.begin() == '%' && kord::conversion_of(end[-1]).letter == letter) {
-        const kord::FormatSpec<T> spec = kord::scan_placeholder(tmpl.begin(), end);
-        if (spec.end == end && !kord::has_star(spec)) return format_by<letter>(spec, target, lengthSum, argument);
-    }
+[[gnu::noinline]] BasicString<T>& format_plain(BasicString<T>& target, T conversion, std::uint64_t lengthSum,
+                                               Argument<T> argument) {
+    constexpr unsigned int none = kord::FormatSpec<T>::none;
+    return format_by<letter>({conversion, 0, 0, none, nullptr, nullptr}, target, lengthSum, argument);
+}
+
+template <class T>
+[[gnu::noinline]] BasicString<T>& format_any(BasicString<T>& target, const KordCharacterRange<T>& tmpl,
+                                             const char* signature, std::uint64_t lengthSum, Argument<T> argument) {
     kord::format_typed(target, tmpl, signature, lengthSum, &argument);
     return target;
+}
+
+template <char letter, class T>
+[[gnu::noinline]] BasicString<T>& format_scanned(BasicString<T>& target, const KordCharacterRange<T>& tmpl,
+                                                 const char* signature, std::uint64_t lengthSum, Argument<T> argument) {
+    const kord::FormatSpec<T> spec = kord::scan_placeholder(tmpl.begin(), tmpl.end());
+    return spec.end == tmpl.end() && !kord::has_star(spec) ? format_by<letter>(spec, target, lengthSum, argument)
+                                                           : format_any(target, tmpl, signature, lengthSum, argument);
 }
 
 template <char letter, class T>
 [[gnu::always_inline]] inline BasicString<T>& format_one(BasicString<T>& target, const KordCharacterRange<T>& tmpl,
                                                          const char* signature, std::uint64_t lengthSum,
                                                          const Argument<T>& argument) {
-    const T* const at = tmpl.begin();
-    if (tmpl.end() - at != 2 || at[0] != '%' || kord::conversion_of(at[1]).letter != letter) {
-        return format_scanned<letter>(target, tmpl, signature, lengthSum, argument);
+    const T* const begin = tmpl.begin();
+    const T* const end = tmpl.end();
+    if (end - begin < 2 || *begin != '%' || kord::conversion_of(end[-1]).letter != letter) {
+        return format_any(target, tmpl, signature, lengthSum, argument);
     }
-    return format_by<letter>({at[1], 0, 0, kord::FormatSpec<T>::none, at, at + 2}, target, lengthSum, argument);
+    return end - begin == 2 ? format_plain<letter>(target, begin[1], lengthSum, argument)
+                            : format_scanned<letter>(target, tmpl, signature, lengthSum, argument);
 }
 
 } // namespace
