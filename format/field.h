@@ -5,24 +5,18 @@
 #include "format/digits.h"
 #include "format/placeholder.h"
 #include "format/real.h"
-#include "text/classify.h"
 
 #include <kord/chars.h>
 
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
-#include <cstring>
 
 namespace kord {
 
 /// Writes a sign, or nothing for 0, and digits, if they do not pass `limit`; returns where they end.
 template <class T>
-[[gnu::noinline]] T* put_decimal_if_fits(T* at, const T* limit, char sign, unsigned long n) noexcept {
-    T text[decimal_room];
-    const T* const last = decimal_text(text, sign, n);
-    return last - text <= limit - at ? std::copy(static_cast<const T*>(text), last, at) : at;
-}
+T* put_decimal_if_fits(T* at, const T* limit, char sign, unsigned long n) noexcept;
 
 /// Where a text is being written, and the end of the room that was reserved for it. The reserved room is always
 /// enough; numbers look once more, and one that would not fit is left out whole. To be kept in registers: what is too
@@ -86,29 +80,9 @@ struct Output {
     }
 };
 
-/// How many of a field's first characters stay in front of the padding: a sign, or the prefix of a hexadecimal number,
-/// if it is padded with zeros.
-template <class T>
-std::size_t kept_in_front(const FormatSpec<T>& spec, T first) noexcept {
-    if ((spec.flags & flag_zeros) == 0) return 0;
-    if (has_flag(first, kordSign) || (first == ' ' && (spec.flags & flag_blank))) return 1;
-    return (spec.flags & flag_alternate) && (spec.conversion == 'x' || spec.conversion == 'X') ? 2 : 0;
-}
-
 /// Brings the field [start, end) to its width, in place, and returns where it now ends.
 template <class T>
-[[gnu::noinline]] T* pad(T* start, T* end, const FormatSpec<T>& spec) noexcept {
-    const auto written = static_cast<std::size_t>(end - start);
-    if (written >= spec.width) return end;
-    const std::size_t padding = spec.width - written;
-    T* gap = end;
-    if ((spec.flags & flag_left) == 0 && written != 0) {
-        gap = start + std::min(written, kept_in_front(spec, *start));
-        std::memmove(gap + padding, gap, static_cast<std::size_t>(end - gap) * sizeof(T));
-    }
-    std::fill_n(gap, padding, static_cast<T>(spec.flags & flag_zeros ? '0' : ' '));
-    return end + padding;
-}
+T* pad(T* start, T* end, const FormatSpec<T>& spec) noexcept;
 
 } // namespace kord
 
