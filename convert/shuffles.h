@@ -15,40 +15,55 @@ struct Places {
     }
 };
 
+/// Places that shift a block by some bytes, -16 to 16, towards its first one; zeros follow, or go before.
+struct Shifts {
+    unsigned char from[48];
+    constexpr Shifts() : from{} {
+        for (unsigned int i = 0; i != 48; ++i)
+            from[i] = static_cast<unsigned char>(i >= 16 && i < 32 ? i - 16 : Places::zero);
+    }
+    const unsigned char (&by(std::ptrdiff_t n) const noexcept)[16] {
+        return reinterpret_cast<const unsigned char(&)[16]>(from[16 + n]);
+    }
+};
+inline constexpr Shifts shifts;
+
 // ---- closing gaps: characters of one to three bytes stand in cells of equal size and are to follow one another -----
 
-/// Eight cells of two bytes, of which the last one or, where the mask has a bit, both are kept.
+struct alignas(32) GapRow {
+    Places places;
+    unsigned char length = 0;
+
+    constexpr void keep(unsigned int byte) { places.from[length++] = static_cast<unsigned char>(byte); }
+};
+
+/// Eight cells of two bytes, of which both or, where the mask has a bit, the last one are kept.
 struct PairGaps {
-    struct Row {
-        Places places;
-        unsigned char length = 0;
-    };
-    Row rows[256];
+    GapRow rows[256];
 
     constexpr PairGaps() {
         for (unsigned int mask = 0; mask != 256; ++mask) {
-            Row& row = rows[mask];
             for (unsigned int cell = 0; cell != 8; ++cell) {
-                if (mask >> cell & 1) row.places.from[row.length++] = static_cast<unsigned char>(2 * cell);
-                row.places.from[row.length++] = static_cast<unsigned char>(2 * cell + 1);
+                if ((mask >> cell & 1) == 0) rows[mask].keep(2 * cell);
+                rows[mask].keep(2 * cell + 1);
             }
         }
     }
 };
 inline constexpr PairGaps pair_gaps;
 
-/// Four cells of four bytes: the first of a character of three, nothing, its second, its last. The index is the mask of
-/// those with more than one byte, and above it of those with three.
+/// Four cells of four bytes: the first of a character of three, nothing, its second, its last. The mask has two bits
+/// for each: is it a character of one byte, and of fewer than three?
 struct QuadGaps {
-    PairGaps::Row rows[256];
+    static constexpr std::ptrdiff_t longest = 12; ///< the row of no bits
+    GapRow rows[256];
 
     constexpr QuadGaps() {
         for (unsigned int mask = 0; mask != 256; ++mask) {
-            PairGaps::Row& row = rows[mask];
             for (unsigned int cell = 0; cell != 4; ++cell) {
-                if (mask >> 4 >> cell & 1) row.places.from[row.length++] = static_cast<unsigned char>(4 * cell);
-                if (mask >> cell & 1) row.places.from[row.length++] = static_cast<unsigned char>(4 * cell + 2);
-                row.places.from[row.length++] = static_cast<unsigned char>(4 * cell + 3);
+                if ((mask >> (2 * cell + 1) & 1) == 0) rows[mask].keep(4 * cell);
+                if ((mask >> 2 * cell & 1) == 0) rows[mask].keep(4 * cell + 2);
+                rows[mask].keep(4 * cell + 3);
             }
         }
     }

@@ -1,6 +1,7 @@
 #ifndef KORD_CONVERT_STRETCH_H
 #define KORD_CONVERT_STRETCH_H
 
+#include "convert/shuffles.h"
 #include "core/lanes.h"
 
 #include <algorithm>
@@ -98,17 +99,8 @@ struct Stretch : Marks {
 /// bytes before the limit can be read.
 [[gnu::always_inline]] inline Lanes<char> load_before(const unsigned char* at, const unsigned char* limit) noexcept {
     using Bytes = Lanes<char>;
-    struct Shifts {
-        unsigned char from[2 * Bytes::count] = {};
-        constexpr Shifts() {
-            for (unsigned int i = 0; i != 2 * Bytes::count; ++i)
-                from[i] = static_cast<unsigned char>(i < Bytes::count ? i : 0x80);
-        }
-    };
-    static constexpr Shifts shifts;
     const unsigned char* const start = std::min(at, limit - Bytes::count);
-    const auto& places = reinterpret_cast<const unsigned char(&)[Bytes::count]>(shifts.from[at - start]);
-    return Bytes::shuffle(Bytes::load(reinterpret_cast<const char*>(start)), places);
+    return Bytes::shuffle(Bytes::load(reinterpret_cast<const char*>(start)), shifts.by(at - start));
 }
 
 /// The marks of n bytes, 16 to 64; those behind them are marked as ASCII. The last block is loaded from before its
@@ -132,6 +124,18 @@ struct Stretch : Marks {
     marks.firsts &= marks.others;
     marks.firsts_of_three &= marks.firsts;
     marks.firsts_of_four &= marks.firsts_of_three;
+    return marks;
+}
+
+/// The marks of a block.
+[[gnu::always_inline]] inline Marks marks_of(Lanes<char> bytes) noexcept {
+    using Units = Lanes<unsigned short>;
+    const auto units = lanes_as<unsigned short>(bytes);
+    Marks marks;
+    marks.others = bytes.top_bits();
+    marks.firsts = marks.others & lanes_as<char>(Units::shift_left<1>(units)).top_bits();
+    marks.firsts_of_three = marks.firsts & lanes_as<char>(Units::shift_left<2>(units)).top_bits();
+    marks.firsts_of_four = marks.firsts_of_three & lanes_as<char>(Units::shift_left<3>(units)).top_bits();
     return marks;
 }
 

@@ -255,6 +255,21 @@ template <unsigned int length>
     } while (limit - at >= least && end - to >= room);
 }
 
+/// Decodes a group out of eight bytes, where as many units are wanted; says whether there is one.
+[[gnu::always_inline]] inline bool decode_eight(const unsigned char*& at, unsigned short*& to) noexcept {
+    constexpr const kord::Spreads& tables = kord::spreads;
+    if (*at >= 0xE0) return false; // two characters are no group
+    const Bytes bytes = Bytes::load_partial(reinterpret_cast<const char*>(at), 8);
+    const kord::Marks marks = kord::marks_of(bytes);
+    if ((marks.errors() & 0xFF) != 0) return false;
+    const auto entry = tables.of_ends[marks.ends() & 0xFF];
+    if (entry.number == tables.none) return false;
+    spread_out(bytes, tables.spreads[entry.number]).store(to);
+    at += entry.bytes;
+    to += tables.units[entry.number];
+    return true;
+}
+
 unsigned short* decode_characters(const unsigned char* at, unsigned short* to, const unsigned short* end) noexcept {
     while (to != end) {
         if (!decode_to(at, to, end)) return nullptr;
@@ -277,6 +292,8 @@ unsigned short* decode_few(const unsigned char* at, unsigned short* to, const un
         decode_groups(at, to, end);
         if (to != before) continue;
         for (const unsigned short* const stop = to + Units::count / 2; to < stop;) decode_to(at, to, end);
+    }
+    while (end - to >= static_cast<std::ptrdiff_t>(Units::count) && decode_eight(at, to)) {
     }
     return decode_characters(at, to, end);
 }

@@ -149,6 +149,11 @@ struct Lanes {
         }
         return {_mm_cmplt_epi16(_mm_sub_epi16(a.v, splat(low - least).v), splat(high - low + 1 + least).v)};
     }
+    /// Which codes are below the limit, which is not 0?
+    friend Lanes below(Lanes a, unsigned int limit) noexcept {
+        if constexpr (sizeof(T) == 1) return {_mm_cmpeq_epi8(_mm_subs_epu8(a.v, splat(limit - 1).v), splat(0).v)};
+        return {_mm_cmpeq_epi16(_mm_subs_epu16(a.v, splat(limit - 1).v), splat(0).v)};
+    }
 
     /// Which codes are in the set? Codes of 256 and more are in none.
     __attribute__((target("ssse3"))) friend Lanes in_set(Lanes a, const CodeSet& set) noexcept {
@@ -315,6 +320,9 @@ struct Lanes {
     }
     friend Lanes in_range(Lanes a, unsigned int low, unsigned int high) noexcept {
         return each([&](unsigned int i) { return a.v[i] >= low && a.v[i] <= high ? ~0u : 0u; });
+    }
+    friend Lanes below(Lanes a, unsigned int limit) noexcept {
+        return each([&](unsigned int i) { return a.v[i] < limit ? ~0u : 0u; });
     }
     friend Lanes in_set(Lanes a, const CodeSet& set) noexcept {
         return each([&](unsigned int i) { return a.v[i] < 256 && set.has(a.v[i]) ? ~0u : 0u; });
