@@ -63,7 +63,7 @@ template <class T>
 template <char letter, class T>
 [[gnu::noinline]] BasicString<T>& format_scanned(BasicString<T>& target, const KordCharacterRange<T>& tmpl,
                                                  const char* signature, std::uint64_t lengthSum, Argument<T> argument) {
-    const kord::FormatSpec<T> spec = kord::scan_placeholder(tmpl.begin(), tmpl.end());
+    const kord::FormatSpec<T> spec = kord::scan_closed(tmpl.begin(), tmpl.end());
     return spec.end == tmpl.end() && !kord::has_star(spec) ? format_by<letter>(spec, target, lengthSum, argument)
                                                            : format_any(target, tmpl, signature, lengthSum, argument);
 }

@@ -49,6 +49,11 @@ template <class T>
 template <class T>
 FormatSpec<T> scan_placeholder(const T* from, const T* end) noexcept;
 
+/// The same of a text that begins with a '%' and ends with the letter of a conversion, behind which nothing is looked
+/// for.
+template <class T>
+FormatSpec<T> scan_closed(const T* percent, const T* end) noexcept;
+
 } // namespace kord
 
 #endif
