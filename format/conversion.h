@@ -66,14 +66,18 @@ template <class T>
 [[gnu::always_inline]] inline void put_unsigned(Output<T>& out, const FormatSpec<T>& spec,
                                                 unsigned long value) noexcept {
     if (spec.conversion == 'u') return out.put_decimal('\0', value);
+    unsigned int prefix = 0;
     if (spec.flags & flag_alternate) {
         out.put('0');
         out.put(spec.conversion);
+        prefix = 2;
     }
-    out.put_hexadecimal(value, kordDigits[spec.conversion == 'X']);
+    // Padding with zeros begins here: up to eight digits come at once.
+    const bool zeros = (spec.flags & flag_zeros) != 0 && spec.width > prefix;
+    out.put_hexadecimal(value, zeros ? std::min(spec.width - prefix, 8u) : 0, kordDigits[spec.conversion == 'X']);
 }
 
-/// Writes an argument, given its letter of the signature, as its placeholder says, but for the width.
+/// Writes an argument, given its letter of the signature, as its placeholder says, but for the padding that `pad` does.
 template <class T>
 [[gnu::always_inline]] inline void put_argument(Output<T>& out, const FormatSpec<T>& spec, char letter,
                                                 const Argument<T>& argument) noexcept {
@@ -89,7 +93,9 @@ template <class T>
                      (spec.flags & flag_plus) != 0);
         break;
     case 'c': out.put(argument.c); break;
-    default: out.put(argument.s->begin(), std::min(argument.s->length(), spec.precision)); break; // 's'
+    default: // 's'
+        out.put_text(argument.s->begin(), std::min(argument.s->length(), spec.precision),
+                     spec.flags & flag_zeros ? 0 : spec.width, (spec.flags & flag_left) != 0);
     }
 }
 

@@ -5,6 +5,7 @@
 
 #include <kord/chars.h>
 
+#include <algorithm>
 #include <bit>
 #include <cstdint>
 #include <cstring>
@@ -122,6 +123,30 @@ template <class T, class U>
     return to + 8;
 }
 
+/// Stores the last n, 1 to 8, of eight digits, which are characters of a word, and something behind them: eight
+/// characters in all.
+template <class T>
+[[gnu::always_inline]] inline void store_last(T* to, std::uint64_t digits, unsigned int n) noexcept {
+    store_eight(to, digits >> (64 - 8 * n));
+}
+
+/// The digits of a number below 10^16, as characters.
+struct SixteenDigits {
+    std::uint64_t first, last; ///< eight each
+
+    explicit SixteenDigits(std::uint64_t n) noexcept
+        : first(eight_digits(static_cast<std::uint32_t>(n / hundred_million)) | eight_zeros),
+          last(eight_digits(static_cast<std::uint32_t>(n % hundred_million)) | eight_zeros) {}
+
+    /// Stores the last n, 9 to 16, and something behind them: sixteen characters in all.
+    template <class T>
+    [[gnu::always_inline]] void store_last(T* to, unsigned int n) const noexcept {
+        const unsigned int shift = 128 - 8 * n;
+        store_eight(to, first >> shift | last << 1 << (63 - shift));
+        store_eight(to + 8, last >> shift);
+    }
+};
+
 /// Room for a sign and the digits of a `long`, or for the digits of an `unsigned long`; more than eight.
 inline constexpr std::size_t decimal_room = std::numeric_limits<long>::digits10 + 2;
 
@@ -143,13 +168,29 @@ unsigned int hexadecimal_digits(U n) noexcept {
     return (static_cast<unsigned int>(std::bit_width(static_cast<U>(n | 1))) + 3) / 4;
 }
 
-/// Writes the hexadecimal digits of `n`, out of a row of `kordDigits`, the last one before `end`.
-template <class T, class U>
-void write_hexadecimal(T* end, U n, const char (&digits)[17]) noexcept {
-    do {
-        *--end = static_cast<T>(static_cast<unsigned char>(digits[n % 16]));
-        n /= 16;
-    } while (n != 0);
+/// The eight hexadecimal digits of `n`, out of a row of `kordDigits`, as the bytes of a word, the first one lowest.
+constexpr std::uint64_t eight_hexadecimal(std::uint32_t n, const char (&digits)[17]) noexcept {
+    std::uint64_t nibbles = n; // moved apart by halves, the first ones lowest
+    nibbles = nibbles >> 16 | (nibbles & 0xFFFF) << 32;
+    nibbles = (nibbles >> 8 & 0x000000FF000000FF) | (nibbles & 0x000000FF000000FF) << 16;
+    nibbles = (nibbles >> 4 & 0x000F000F000F000F) | (nibbles & 0x000F000F000F000F) << 8;
+    const std::uint64_t letters = (nibbles + 0x0606060606060606) >> 4 & 0x0101010101010101;
+    return nibbles + eight_zeros + letters * static_cast<unsigned int>(digits[10] - digits[9] - 1);
+}
+
+/// Writes the last digits of `n`, zeros among them, and perhaps something behind them: eight characters at least.
+/// Returns where the digits end.
+template <class T>
+[[gnu::always_inline]] inline T* write_hexadecimal(T* to, unsigned long n, unsigned int count,
+                                                   const char (&digits)[17]) noexcept {
+    const std::uint64_t last = eight_hexadecimal(static_cast<std::uint32_t>(n), digits);
+    if (count <= 8) {
+        store_last(to, last, count);
+        return to + count;
+    }
+    store_last(to, eight_hexadecimal(static_cast<std::uint32_t>(std::uint64_t{n} >> 32), digits), count - 8);
+    store_eight(to + count - 8, last);
+    return to + count;
 }
 
 } // namespace kord

@@ -53,24 +53,29 @@ struct Output {
                     (static_cast<unsigned long>(n) ^ ones) - ones);
     }
 
-    [[gnu::always_inline]] void put_hexadecimal(unsigned long n, const char (&row)[17]) noexcept {
-        const unsigned int digits = hexadecimal_digits(n);
-        if (!has_room(digits)) return;
-        at += digits;
-        write_hexadecimal(at, n, row);
+    /// At least so many digits, which are at most eight.
+    [[gnu::always_inline]] void put_hexadecimal(unsigned long n, unsigned int least, const char (&row)[17]) noexcept {
+        const unsigned int count = std::max(hexadecimal_digits(n), least);
+        if (has_room(std::max(count, 8u))) at = write_hexadecimal(at, n, count, row);
+    }
+
+    /// A text, in a field of a width if that is greater.
+    [[gnu::always_inline]] void put_text(const T* text, std::size_t n, std::size_t width, bool left) noexcept {
+        if (width <= n) return put(text, n);
+        std::fill_n(at, width, T{' '});
+        copy_characters(at + (left ? 0 : width - n), text, n);
+        at += width;
     }
 
     /// A real number as by `KordFromReal`, nudged.
     [[gnu::always_inline]] void put_real(double value, int precision, bool plus) noexcept {
-        if constexpr (sizeof(T) == 1) {
-            if (has_room(real_room)) {
-                at = real_text(value, at, precision, plus, true);
-                return;
-            }
+        if (has_room(real_room)) {
+            at = real_text(value, at, precision, plus, true);
+            return;
         }
-        char text[real_room];
-        const char* const last = real_text(value, text, precision, plus, true);
-        if (has_room(static_cast<std::size_t>(last - text))) at = std::copy(static_cast<const char*>(text), last, at);
+        T text[real_room];
+        const T* const last = real_text(value, text, precision, plus, true);
+        if (has_room(static_cast<std::size_t>(last - text))) at = std::copy(static_cast<const T*>(text), last, at);
     }
 
     /// Puts a zero behind the text and returns where that ends.

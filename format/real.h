@@ -10,7 +10,8 @@ inline constexpr std::size_t real_room = 32;
 
 /// Writes the text of `KordFromReal`, with a point and without a terminator, and returns where it ends. The buffer has
 /// `real_room`.
-char* real_text(double value, char* buffer, int precision, bool plus, bool nudge) noexcept;
+template <class T>
+T* real_text(double value, T* buffer, int precision, bool plus, bool nudge) noexcept;
 
 } // namespace kord
 
