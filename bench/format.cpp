@@ -30,14 +30,17 @@ constexpr auto literal = [] {
     return wide;
 }();
 
-/// A row has the template as printf and as fmt have it.
+/// A row has the template as printf and as fmt have it. Of 8 bits it is text up to a zero for all; of 16 bits its
+/// length is known, as Qt knows it.
 template <class Row>
 struct Formatted {
     template <class C>
     static auto kord() {
-        return [](const auto&... arguments) {
+        constexpr const auto& characters = literal<C, Row::printf>;
+        using Template = std::conditional_t<sizeof(C) == 1, const Unit<C>*, KordCharacterRange<Unit<C>>>;
+        return [text_template = Template(characters.data())](const auto&... arguments) {
             Text<C> text;
-            text.format(literal<C, Row::printf>.data(), arguments...);
+            text.format(text_template, arguments...);
             return text;
         };
     }
