@@ -52,14 +52,16 @@ struct Stretch : Marks {
     Bytes parts[size / Bytes::count];
 
     [[gnu::always_inline]] explicit Stretch(const unsigned char* at) noexcept {
+        Bytes all = Bytes::splat(0);
         for (Bytes& part : parts) {
             part = Bytes::load(reinterpret_cast<const char*>(at));
+            all = all | part;
             at += Bytes::count;
         }
+        if (all.is_ascii()) return;
         // Bit by bit from the top: set for what is not ASCII, then for first bytes, then for those of longer
         // characters.
         others = bits([](Bytes part) { return part; });
-        if (others == 0) return;
         firsts = others & bits(twice);
         firsts_of_three = firsts & bits([](Bytes part) { return twice(twice(part)); });
         firsts_of_four = firsts_of_three & bits([](Bytes part) { return twice(twice(twice(part))); });
@@ -70,11 +72,13 @@ struct Stretch : Marks {
     [[gnu::always_inline]] bool is_regular() const noexcept {
         if (errors() != 0) return false;
         if (firsts_of_four == 0) return true;
-        // No character begins with F8 and more; from F0 80 to F0 8F the value is one of fewer bytes.
-        const std::uint64_t nothing = bits([](Bytes part) { return in_range(part, 0xF8, 0xFF); });
-        const std::uint64_t least = bits([](Bytes part) { return equal(part, Bytes::splat(0xF0)); });
+        // No character begins with F8 and more, whose fifth bit is set; from F0 80 to F0 8F the value is one of fewer
+        // bytes.
+        if ((firsts_of_four & bits([](Bytes part) { return twice(twice(twice(twice(part)))); })) != 0) return false;
         const std::uint64_t low = bits([](Bytes part) { return in_range(part, 0x80, 0x8F); });
-        return (nothing | (least << 1 & low)) == 0;
+        if ((firsts_of_four << 1 & low) == 0) return true;
+        const std::uint64_t least = bits([](Bytes part) { return equal(part, Bytes::splat(0xF0)); });
+        return (least << 1 & low) == 0;
     }
 
   private:

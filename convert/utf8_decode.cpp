@@ -369,6 +369,11 @@ unsigned long KordConvert::CountUtf8(const unsigned char* source, unsigned long 
     while (source != text.end) {
         if (text.end - source >= static_cast<std::ptrdiff_t>(Stretch::size)) {
             const Stretch stretch(source);
+            if (stretch.others == 0) {
+                units += Stretch::size;
+                source += Stretch::size;
+                continue;
+            }
             if (stretch.is_regular()) {
                 const unsigned int whole = stretch.whole();
                 const std::uint64_t counted = kord::lowest(whole);
