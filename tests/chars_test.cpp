@@ -29,6 +29,8 @@ TEST(Chars, TheTableCarriesEachFlagWhereItIsStated) {
         EXPECT_EQ(kordType[c], flags) << c;
     }
     EXPECT_TRUE(kordType[120] & kordLower && kordType[55] & kordNonZeroDigit && kordType[44] & kordDecimalSeparator);
+    EXPECT_STREQ(kordDigits[0], "0123456789abcdef");
+    EXPECT_STREQ(kordDigits[1], "0123456789ABCDEF");
 }
 // clang-format on
 
