@@ -22,9 +22,7 @@ struct Shifts {
         for (unsigned int i = 0; i != 48; ++i)
             from[i] = static_cast<unsigned char>(i >= 16 && i < 32 ? i - 16 : Places::zero);
     }
-    const unsigned char (&by(std::ptrdiff_t n) const noexcept)[16] {
-        return reinterpret_cast<const unsigned char(&)[16]>(from[16 + n]);
-    }
+    const unsigned char* by(std::ptrdiff_t n) const noexcept { return from + 16 + n; }
 };
 inline constexpr Shifts shifts;
 
@@ -93,9 +91,9 @@ struct Spreads {
     static constexpr unsigned int five_triples = pairs + triples;   ///< two more: five of three bytes
     static constexpr unsigned int eight_singles = five_triples + 1; ///< and eight of one
 
-    /// For each mask of the bytes that end a character in the window the number of a spread, none where they are too
-    /// few or one has more than three bytes, and the bytes that it takes: of five triples only four. The two more come
-    /// last, for those who do better there.
+    /// For each mask of the bytes that end a character: a spread and the bytes that it takes. `none` if the window has
+    /// too few characters, or one of four bytes among the first. `five_triples` is entered for four triples, with their
+    /// 12 bytes; whoever knows that a fifth follows may take 15.
     struct Entry {
         unsigned char number = none;
         unsigned char bytes = 0;

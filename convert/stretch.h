@@ -17,11 +17,16 @@ constexpr std::uint64_t lowest(std::size_t n) noexcept {
     return ~std::uint64_t{0} >> (-n % 64);
 }
 
-/// What the bytes of a stretch that starts with a character are; a bit each. The first bytes of characters of three are
-/// also those of four, and of what is none.
+/// A bit for each byte of a stretch that starts with a character. `firsts` are the bytes from 0xC0 on,
+/// `firsts_of_three` from 0xE0 on, `firsts_of_four` from 0xF0 on: each holds the next.
 struct Marks {
     std::uint64_t others = 0; ///< not ASCII
     std::uint64_t firsts = 0, firsts_of_three = 0, firsts_of_four = 0;
+
+    Marks() noexcept = default;
+    /// Out of the first, second, third and fourth bits of all bytes.
+    Marks(std::uint64_t a, std::uint64_t b, std::uint64_t c, std::uint64_t d) noexcept
+        : others(a), firsts(others & b), firsts_of_three(firsts & c), firsts_of_four(firsts_of_three & d) {}
 
     std::uint64_t continuations() const noexcept { return others & ~firsts; }
 
@@ -59,12 +64,9 @@ struct Stretch : Marks {
             at += Bytes::count;
         }
         if (all.is_ascii()) return;
-        // Bit by bit from the top: set for what is not ASCII, then for first bytes, then for those of longer
-        // characters.
-        others = bits([](Bytes part) { return part; });
-        firsts = others & bits(twice);
-        firsts_of_three = firsts & bits([](Bytes part) { return twice(twice(part)); });
-        firsts_of_four = firsts_of_three & bits([](Bytes part) { return twice(twice(twice(part))); });
+        static_cast<Marks&>(*this) = Marks(bits([](Bytes part) { return part; }), bits(twice),
+                                           bits([](Bytes part) { return twice(twice(part)); }),
+                                           bits([](Bytes part) { return twice(twice(twice(part))); }));
     }
 
     /// Are all characters complete, but for the last one, and those of four bytes not another character's in disguise?
@@ -112,35 +114,29 @@ struct Stretch : Marks {
 [[gnu::always_inline]] inline Marks marks_of(const unsigned char* at, std::size_t n) noexcept {
     using Units = Lanes<unsigned short>;
     constexpr std::size_t block = Lanes<char>::count;
-    Marks marks;
-    const auto add_before = [&marks](const unsigned char* p, std::size_t skipped) {
+    std::uint64_t masks[4] = {};
+    const auto add_before = [&masks](const unsigned char* p, std::size_t skipped) {
         const auto add = [skipped](std::uint64_t& mask, Units bytes) {
             mask = mask << block | lanes_as<char>(bytes).top_bits() >> skipped;
         };
         const auto bytes = lanes_as<unsigned short>(Lanes<char>::load(reinterpret_cast<const char*>(p)));
-        add(marks.others, bytes);
-        add(marks.firsts, Units::shift_left<1>(bytes));
-        add(marks.firsts_of_three, Units::shift_left<2>(bytes));
-        add(marks.firsts_of_four, Units::shift_left<3>(bytes));
+        add(masks[0], bytes);
+        add(masks[1], Units::shift_left<1>(bytes));
+        add(masks[2], Units::shift_left<2>(bytes));
+        add(masks[3], Units::shift_left<3>(bytes));
     };
     add_before(at + n - block, -n % block);
     for (std::size_t rest = (n - 1) / block; rest-- != 0;) add_before(at + rest * block, 0);
-    marks.firsts &= marks.others;
-    marks.firsts_of_three &= marks.firsts;
-    marks.firsts_of_four &= marks.firsts_of_three;
-    return marks;
+    return {masks[0], masks[1], masks[2], masks[3]};
 }
 
 /// The marks of a block.
 [[gnu::always_inline]] inline Marks marks_of(Lanes<char> bytes) noexcept {
     using Units = Lanes<unsigned short>;
     const auto units = lanes_as<unsigned short>(bytes);
-    Marks marks;
-    marks.others = bytes.top_bits();
-    marks.firsts = marks.others & lanes_as<char>(Units::shift_left<1>(units)).top_bits();
-    marks.firsts_of_three = marks.firsts & lanes_as<char>(Units::shift_left<2>(units)).top_bits();
-    marks.firsts_of_four = marks.firsts_of_three & lanes_as<char>(Units::shift_left<3>(units)).top_bits();
-    return marks;
+    return {bytes.top_bits(), lanes_as<char>(Units::shift_left<1>(units)).top_bits(),
+            lanes_as<char>(Units::shift_left<2>(units)).top_bits(),
+            lanes_as<char>(Units::shift_left<3>(units)).top_bits()};
 }
 
 } // namespace kord

@@ -198,6 +198,24 @@ template <bool shuffles>
 
 // ---- short texts and the ends of long ones -------------------------------------------------------------------------
 
+/// Writes some blocks of bytes as a unit each if they are ASCII; says whether they are.
+template <std::size_t blocks>
+[[gnu::always_inline]] inline bool decode_ascii(const unsigned char* at, unsigned short* to) noexcept {
+    Bytes parts[blocks], all = Bytes::splat(0);
+    for (Bytes& part : parts) {
+        part = load(at);
+        all = all | part;
+        at += block;
+    }
+    if (!all.is_ascii()) [[unlikely]]
+        return false;
+    for (const Bytes part : parts) {
+        store_widened(part, to);
+        to += block;
+    }
+    return true;
+}
+
 /// Are all characters of the block, but for one that it cuts off, of the length, which is three or four? Those of four
 /// may yet be others in disguise.
 template <unsigned int length>
@@ -234,8 +252,8 @@ template <unsigned int length>
     return true;
 }
 
-/// Decodes groups out of as many bytes, at least a block of them, as units are wanted: so many can be read. A few of
-/// the last, which are hardly a group, are left.
+/// Decodes groups. At least a block of units is wanted, so that as many bytes can be read; the last few of these,
+/// hardly a group, are left.
 [[gnu::always_inline]] inline void decode_groups(const unsigned char*& at, unsigned short*& to,
                                                  const unsigned short* end) noexcept {
     constexpr const kord::Spreads& tables = kord::spreads;
@@ -258,7 +276,7 @@ template <unsigned int length>
 /// Decodes a group out of eight bytes, where as many units are wanted; says whether there is one.
 [[gnu::always_inline]] inline bool decode_eight(const unsigned char*& at, unsigned short*& to) noexcept {
     constexpr const kord::Spreads& tables = kord::spreads;
-    if (*at >= 0xE0) return false; // two characters are no group
+    if (*at >= 0xE0) return false; // probably all are of three bytes, of which eight hold no group
     const Bytes bytes = Bytes::load_partial(reinterpret_cast<const char*>(at), 8);
     const kord::Marks marks = kord::marks_of(bytes);
     if ((marks.errors() & 0xFF) != 0) return false;
@@ -310,24 +328,6 @@ KORD_SHUFFLES unsigned short* decode_shuffling(const unsigned char* at, unsigned
 }
 
 // ---- counting ------------------------------------------------------------------------------------------------------
-
-/// Writes some blocks of bytes as a unit each if they are ASCII; says whether they are.
-template <std::size_t blocks>
-[[gnu::always_inline]] inline bool decode_ascii(const unsigned char* at, unsigned short* to) noexcept {
-    Bytes parts[blocks], all = Bytes::splat(0);
-    for (Bytes& part : parts) {
-        part = load(at);
-        all = all | part;
-        at += block;
-    }
-    if (!all.is_ascii()) [[unlikely]]
-        return false;
-    for (const Bytes part : parts) {
-        store_widened(part, to);
-        to += block;
-    }
-    return true;
-}
 
 /// The number of bits set. `std::popcount` is a call where the processor is not known to count them.
 constexpr unsigned int bits_set(std::uint64_t word) noexcept {

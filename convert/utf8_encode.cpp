@@ -84,7 +84,7 @@ Units surrogates(Units units) noexcept {
 struct Cells {
     Units starts, ends;
     Units ones;         ///< the units of one byte
-    unsigned int sizes; ///< as `QuadGaps` has them
+    unsigned int sizes; ///< two bits for each unit, as in the masks of `QuadGaps`
 
     [[gnu::always_inline]] explicit Cells(Units units) noexcept {
         ones = below(units, 0x80);
@@ -154,7 +154,8 @@ struct Run {
         const Run pairs = in_pairs(cells);
         return store_first(pairs.bytes, pairs.length, to);
     }
-    if (cells.sizes >> 8 == 0) return encode_block(cells, to); // the last four fill all that is written
+    if (cells.sizes >> 8 == 0)
+        return encode_block(cells, to); // the last four are the 12 bytes that are stored for them
     const Run front = first_four(cells), back = last_four(cells);
     const std::ptrdiff_t n = front.length + back.length;
     if (n < block) {
@@ -191,6 +192,26 @@ struct Run {
     return true;
 }
 
+/// Writes what is left by blocks as long as they have no surrogates or are four pairs. The last block is begun before
+/// its place: the same bytes are written there once more. The text has at least eight units.
+[[gnu::always_inline]] inline void encode_last_blocks(const unsigned short*& at, const unsigned short* end,
+                                                      unsigned char*& to) noexcept {
+    while (at != end) {
+        const unsigned short* const start = std::min(at, end - Units::count);
+        const Units units = Units::load(start);
+        const std::ptrdiff_t again = at - start;
+        if (surrogates(units).mask() == 0) {
+            const Cells cells(units);
+            to = encode_last_block(cells, to - cells.bytes_of_first(again));
+        } else if (encode_four_pairs(units, to - 2 * again)) {
+            to += block - 2 * again;
+        } else {
+            return;
+        }
+        at = start + Units::count;
+    }
+}
+
 template <bool shuffles>
 [[gnu::always_inline]] inline unsigned char* encode_all(const unsigned short* begin, const unsigned short* at,
                                                         const unsigned short* end, unsigned char* to) noexcept {
@@ -212,23 +233,7 @@ template <bool shuffles>
             }
         }
     }
-    if (shuffles && end - begin >= static_cast<std::ptrdiff_t>(Units::count)) {
-        while (at != end) {
-            // The last block is begun before its place: the same bytes are written there once more.
-            const unsigned short* const start = std::min(at, end - Units::count);
-            const Units units = Units::load(start);
-            const std::ptrdiff_t again = at - start;
-            if (surrogates(units).mask() == 0) {
-                const Cells cells(units);
-                to = encode_last_block(cells, to - cells.bytes_of_first(again));
-            } else if (encode_four_pairs(units, to - 2 * again)) {
-                to += block - 2 * again;
-            } else {
-                break;
-            }
-            at = start + Units::count;
-        }
-    }
+    if (shuffles && end - begin >= static_cast<std::ptrdiff_t>(Units::count)) encode_last_blocks(at, end, to);
     while (at != end) {
         if (!encode(at, end, to)) return nullptr;
     }

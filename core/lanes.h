@@ -197,8 +197,8 @@ struct Lanes {
         static_assert(sizeof(T) == 2);
         return {_mm_unpackhi_epi16(a.v, b.v)};
     }
-    /// The bytes of `a` at the given places, 0 for a place of 128 or more.
-    __attribute__((target("ssse3"))) static Lanes shuffle(Lanes a, const unsigned char (&places)[16]) noexcept {
+    /// The bytes of `a` at 16 given places, 0 for a place of 128 or more.
+    __attribute__((target("ssse3"))) static Lanes shuffle(Lanes a, const unsigned char* places) noexcept {
         return {_mm_shuffle_epi8(a.v, _mm_loadu_si128(reinterpret_cast<const __m128i*>(places)))};
     }
     /// Stores the first 8, or 12, bytes.
@@ -345,7 +345,7 @@ struct Lanes {
     static Lanes interleave_last(Lanes a, Lanes b) noexcept {
         return each([&](unsigned int i) { return (i % 2 == 0 ? a : b).v[(count + i) / 2]; });
     }
-    static Lanes shuffle(Lanes a, const unsigned char (&places)[16]) noexcept {
+    static Lanes shuffle(Lanes a, const unsigned char* places) noexcept {
         static_assert(sizeof(T) == 1);
         return each([&](unsigned int i) { return places[i] < 128 ? a.v[places[i] % 16] : 0; });
     }
