@@ -21,11 +21,6 @@ struct Flags {
 };
 constexpr Flags flag_table;
 
-template <class T>
-bool is_digit(T c) noexcept {
-    return kord::code_of(c) - '0' < 10;
-}
-
 /// '-' overrules '0', and '+' overrules ' '.
 constexpr unsigned int without_overruled(unsigned int flags) noexcept {
     if (flags & kord::flag_left) flags &= ~static_cast<unsigned int>(kord::flag_zeros);
@@ -66,7 +61,7 @@ class Scanner {
     unsigned int number() noexcept {
         const Scanner start = *this;
         unsigned int value = 0;
-        for (unsigned int n = 0; is_digit(next_); ++n, pass()) {
+        for (unsigned int n = 0; kord::is_digit(next_); ++n, pass()) {
             if (n == std::numeric_limits<unsigned int>::digits10) return start.long_number(*this);
             value = 10 * value + (kord::code_of(next_) - '0');
         }

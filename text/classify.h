@@ -13,6 +13,12 @@ constexpr unsigned int code_of(T c) noexcept {
     return static_cast<std::make_unsigned_t<T>>(c);
 }
 
+/// '0' to '9'.
+template <class T>
+constexpr bool is_digit(T c) noexcept {
+    return code_of(c) - '0' < 10;
+}
+
 /// Does the character carry one of the flags? Units of 256 and more carry none.
 template <class T>
 bool has_flag(T c, unsigned int flags) noexcept {

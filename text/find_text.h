@@ -315,11 +315,11 @@ template <class Same, class Direction, class T>
     TextSearch<T, Same, Direction> search(text, n);
     const T* near_first = first;
     const T* near_last = last;
-    constexpr std::size_t near = 256; // too near for a leap to pay
-    Direction::keep(near_first, near_last, near);
+    constexpr std::size_t near_by = 256; // too near for a leap to pay
+    Direction::keep(near_first, near_last, near_by);
     if (!search.probe(near_first, near_last)) return find_hard_text(search, first, last, begin);
     if (near_first != near_last) return place_found<Direction>(near_first, near_last, begin);
-    Direction::drop(first, last, near);
+    Direction::drop(first, last, near_by);
     if (!search.leap(first, last)) return find_text<Same, Direction>(first, last, text, n, begin);
     return place_found<Direction>(first, last, begin);
 }

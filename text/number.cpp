@@ -54,17 +54,12 @@ double power_of_ten(std::ptrdiff_t k) noexcept {
     return k <= most_decimal ? higher_powers[k - 16] : std::numeric_limits<double>::infinity();
 }
 
-template <class T>
-bool is_digit(T c) noexcept {
-    return kord::code_of(c) - '0' < 10;
-}
-
 /// The digit a character stands for; 16 or more if it is none, which no radix takes.
 template <class T>
 unsigned int digit_value(T c) noexcept {
     if (!kord::has_flag(c, kordHexDigit)) return 16;
     const unsigned int code = kord::code_of(c);
-    return is_digit(c) ? code - '0' : (code | 0x20) - 'a' + 10;
+    return kord::is_digit(c) ? code - '0' : (code | 0x20) - 'a' + 10;
 }
 
 /// Passes over a sign; says whether it was a minus.
@@ -120,7 +115,7 @@ template <class T>
 
 template <class T>
 const T* skip_digits(const T* at, const T* last) noexcept {
-    while (at != last && is_digit(*at)) ++at;
+    while (at != last && kord::is_digit(*at)) ++at;
     return at;
 }
 
@@ -145,7 +140,7 @@ class Significand {
             at += digits.count;
         }
         if (at - start == 8) {
-            for (; at != end && is_digit(*at); ++at) digits_ = digits_ * 10 + (kord::code_of(*at) - '0');
+            for (; at != end && kord::is_digit(*at); ++at) digits_ = digits_ * 10 + (kord::code_of(*at) - '0');
         }
         count_ += static_cast<int>(at - start);
         return count_ < most_exact || at == last ? at : take_rounding(at, last);
@@ -159,7 +154,7 @@ class Significand {
     template <class T>
     const T* take_rounding(const T* at, const T* last) noexcept {
         if (count_ == most_exact) rounded_ = as_double(digits_);
-        for (; at != last && count_ != most_digits && is_digit(*at); ++at, ++count_) {
+        for (; at != last && count_ != most_digits && kord::is_digit(*at); ++at, ++count_) {
             rounded_ = rounded_ * 10.0 + static_cast<double>(static_cast<int>(kord::code_of(*at) - '0'));
         }
         return at;
@@ -235,7 +230,7 @@ int KordScanInt(const T* first, const T* last) noexcept {
     const Digits digits = first_digits(first, last);
     std::uint64_t value = digits.value;
     if (digits.count == 8) {
-        for (first += 8; first != last && is_digit(*first); ++first) {
+        for (first += 8; first != last && kord::is_digit(*first); ++first) {
             value = value * 10 + (kord::code_of(*first) - '0');
             if (value > std::numeric_limits<int>::max()) {
                 return negative ? std::numeric_limits<int>::min() : std::numeric_limits<int>::max();
