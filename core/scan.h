@@ -74,7 +74,7 @@ class IsOrNot {
     Lanes<T> flip_;
 };
 
-/// Does a matcher take so long that the loops need not go fast and have it once?
+/// Is a matcher so long that the loops should hold it once instead of being unrolled?
 template <class Matcher>
 inline constexpr bool is_long_matcher = false;
 template <class T, class Matcher>

@@ -19,9 +19,13 @@ struct Conversion {
     unsigned char room = 0; ///< characters reserved for it, if its width is not greater
 };
 
-/// A sign and the digits of a `long`, or a prefix and its hexadecimal digits, and one more.
+/// A blank, a sign and digits, or a prefix and hexadecimal digits.
 inline constexpr unsigned char integer_room = sizeof(long) == 4 ? 12 : 21;
-inline constexpr unsigned int usual_precision = 6, most_usual_precision = 19;
+static_assert(integer_room >= 1 + decimal_room); // a blank in front
+static_assert(integer_room >= 2 + 8);            // "0x", and eight digits at once
+
+/// The precision if none is given, and the most that the room of a real is for.
+inline constexpr unsigned int usual_precision = 6, covered_precision = 19;
 
 /// A row for every ASCII character. The letter of a signature is always one of its conversions.
 struct Conversions {
@@ -33,8 +37,8 @@ struct Conversions {
         set('x', {'u', integer_room});
         set('X', {'u', integer_room});
         set('c', {'c', 1});
-        set('f', {'f', 13 + most_usual_precision}); // a greater precision adds what it has more
-        set('s', {'s', 0});                         // its characters are in the length sum
+        set('f', {'f', 13 + covered_precision}); // a greater precision adds what it has more
+        set('s', {'s', 0});                      // its characters are in the length sum
     }
     constexpr void set(char character, Conversion row) { rows[static_cast<unsigned char>(character)] = row; }
 };
@@ -50,8 +54,8 @@ constexpr const Conversion& conversion_of(T character) noexcept {
 template <class T>
 constexpr std::uint64_t room_for(const Conversion& conversion, const FormatSpec<T>& spec) noexcept {
     std::uint64_t room = conversion.room;
-    if (conversion.letter == 'f' && spec.precision != spec.none && spec.precision > most_usual_precision) {
-        room += spec.precision - most_usual_precision;
+    if (conversion.letter == 'f' && spec.precision != spec.none && spec.precision > covered_precision) {
+        room += spec.precision - covered_precision;
     }
     return std::max<std::uint64_t>(room, spec.width);
 }
@@ -74,7 +78,7 @@ template <class T>
     }
     // Padding with zeros begins here: up to eight digits come at once.
     const bool zeros = (spec.flags & flag_zeros) != 0 && spec.width > prefix;
-    out.put_hexadecimal(value, zeros ? std::min(spec.width - prefix, 8u) : 0, kordDigits[spec.conversion == 'X']);
+    out.put_hexadecimal(value, zeros ? std::min(spec.width - prefix, 8u) : 0, spec.conversion == 'X' ? 'A' : 'a');
 }
 
 /// Writes an argument, given its letter of the signature, as its placeholder says, but for the padding that `pad` does.

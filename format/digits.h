@@ -12,7 +12,7 @@
 #include <limits>
 #include <type_traits>
 
-/// The digits of numbers, counted beforehand and written from the last to the first.
+/// The digits of numbers, eight at a time where words have 64 bits.
 namespace kord {
 
 /// 10^k in as many bits as there are.
@@ -147,8 +147,9 @@ struct SixteenDigits {
     }
 };
 
-/// Room for a sign and the digits of a `long`, or for the digits of an `unsigned long`; more than eight.
+/// Room for a sign and the digits of a `long`, or for the digits of an `unsigned long`.
 inline constexpr std::size_t decimal_room = std::numeric_limits<long>::digits10 + 2;
+static_assert(decimal_room >= 1 + 8); // a sign, and what `write_few` stores
 
 /// Writes a sign, or nothing for 0, and the decimal digits of `n`; of the room perhaps more. Returns where they end.
 template <class T>
@@ -168,27 +169,27 @@ unsigned int hexadecimal_digits(U n) noexcept {
     return (static_cast<unsigned int>(std::bit_width(static_cast<U>(n | 1))) + 3) / 4;
 }
 
-/// The eight hexadecimal digits of `n`, out of a row of `kordDigits`, as the bytes of a word, the first one lowest.
-constexpr std::uint64_t eight_hexadecimal(std::uint32_t n, const char (&digits)[17]) noexcept {
+/// The eight hexadecimal digits of `n` as the bytes of a word, the first one lowest. `ten` is 'a' or 'A'.
+constexpr std::uint64_t eight_hexadecimal(std::uint32_t n, char ten) noexcept {
     std::uint64_t nibbles = n; // moved apart by halves, the first ones lowest
     nibbles = nibbles >> 16 | (nibbles & 0xFFFF) << 32;
     nibbles = (nibbles >> 8 & 0x000000FF000000FF) | (nibbles & 0x000000FF000000FF) << 16;
     nibbles = (nibbles >> 4 & 0x000F000F000F000F) | (nibbles & 0x000F000F000F000F) << 8;
     const std::uint64_t letters = (nibbles + 0x0606060606060606) >> 4 & 0x0101010101010101;
-    return nibbles + eight_zeros + letters * static_cast<unsigned int>(digits[10] - digits[9] - 1);
+    return nibbles + eight_zeros + letters * static_cast<unsigned int>(ten - '9' - 1);
 }
+static_assert(eight_hexadecimal(0x1A2B90CF, 'a') == 0x6663303962326131);
 
 /// Writes the last digits of `n`, zeros among them, and perhaps something behind them: eight characters at least.
 /// Returns where the digits end.
 template <class T>
-[[gnu::always_inline]] inline T* write_hexadecimal(T* to, unsigned long n, unsigned int count,
-                                                   const char (&digits)[17]) noexcept {
-    const std::uint64_t last = eight_hexadecimal(static_cast<std::uint32_t>(n), digits);
+[[gnu::always_inline]] inline T* write_hexadecimal(T* to, unsigned long n, unsigned int count, char ten) noexcept {
+    const std::uint64_t last = eight_hexadecimal(static_cast<std::uint32_t>(n), ten);
     if (count <= 8) {
         store_last(to, last, count);
         return to + count;
     }
-    store_last(to, eight_hexadecimal(static_cast<std::uint32_t>(std::uint64_t{n} >> 32), digits), count - 8);
+    store_last(to, eight_hexadecimal(static_cast<std::uint32_t>(std::uint64_t{n} >> 32), ten), count - 8);
     store_eight(to + count - 8, last);
     return to + count;
 }

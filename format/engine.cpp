@@ -24,7 +24,7 @@ struct Field {
     FormatSpec<T> spec;
     char letter; // of the signature; 0 in the end record
 
-    /// Part by part: copied as one, a record would be read before the stores of its parts are through.
+    /// Member by member: a copy in larger words would wait for the smaller stores that have just been made.
     void set(const FormatSpec<T>& from, char l) noexcept {
         spec.conversion = from.conversion;
         spec.flags = from.flags;

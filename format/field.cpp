@@ -22,13 +22,6 @@ std::size_t kept_in_front(const FormatSpec<T>& spec, T first) noexcept {
 } // namespace
 
 template <class T>
-T* kord::put_decimal_if_fits(T* at, const T* limit, char sign, unsigned long n) noexcept {
-    T text[decimal_room];
-    const T* const last = decimal_text(text, sign, n);
-    return last - text <= limit - at ? std::copy(static_cast<const T*>(text), last, at) : at;
-}
-
-template <class T>
 T* kord::pad(T* start, T* end, const FormatSpec<T>& spec) noexcept {
     const auto written = static_cast<std::size_t>(end - start);
     if (written >= spec.width) return end;
@@ -42,8 +35,5 @@ T* kord::pad(T* start, T* end, const FormatSpec<T>& spec) noexcept {
     return end + padding;
 }
 
-template char* kord::put_decimal_if_fits(char*, const char*, char, unsigned long) noexcept;
-template unsigned short* kord::put_decimal_if_fits(unsigned short*, const unsigned short*, char,
-                                                   unsigned long) noexcept;
 template char* kord::pad(char*, char*, const FormatSpec<char>&) noexcept;
 template unsigned short* kord::pad(unsigned short*, unsigned short*, const FormatSpec<unsigned short>&) noexcept;

@@ -14,10 +14,6 @@
 
 namespace kord {
 
-/// Writes a sign, or nothing for 0, and digits, if they do not pass `limit`; returns where they end.
-template <class T>
-T* put_decimal_if_fits(T* at, const T* limit, char sign, unsigned long n) noexcept;
-
 /// Where a text is being written, and the end of the room that was reserved for it. The reserved room is always
 /// enough; numbers look once more, and one that would not fit is left out whole. To be kept in registers: what is too
 /// long to be inlined gets and returns places.
@@ -39,11 +35,7 @@ struct Output {
 
     /// A sign, or 0 for none, and the decimal digits of `n`.
     [[gnu::always_inline]] void put_decimal(char sign, unsigned long n) noexcept {
-        if (has_room(decimal_room)) {
-            at = decimal_text(at, sign, n);
-            return;
-        }
-        at = put_decimal_if_fits(at, limit, sign, n);
+        if (has_room(decimal_room)) at = decimal_text(at, sign, n);
     }
 
     /// The same for a signed number; `plus` is the sign of what is not negative.
@@ -53,10 +45,10 @@ struct Output {
                     (static_cast<unsigned long>(n) ^ ones) - ones);
     }
 
-    /// At least so many digits, which are at most eight.
-    [[gnu::always_inline]] void put_hexadecimal(unsigned long n, unsigned int least, const char (&row)[17]) noexcept {
+    /// At least so many digits, which are at most eight. `ten` is 'a' or 'A'.
+    [[gnu::always_inline]] void put_hexadecimal(unsigned long n, unsigned int least, char ten) noexcept {
         const unsigned int count = std::max(hexadecimal_digits(n), least);
-        if (has_room(std::max(count, 8u))) at = write_hexadecimal(at, n, count, row);
+        if (has_room(std::max(count, 8u))) at = write_hexadecimal(at, n, count, ten);
     }
 
     /// A text, in a field of a width if that is greater.

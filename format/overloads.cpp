@@ -30,9 +30,9 @@ BasicString<T>& format_two(BasicString<T>& target, const KordCharacterRange<T>& 
     return target;
 }
 
-// Most templates for one argument are one placeholder and nothing else, and most of these a mere "%d" or the like. They
-// have the conversion known beforehand, and nothing of them is recorded. `letter` is the signature. Each of the three
-// ways is a function of its own, so that none pays for what another one keeps.
+// Most templates for one argument are one placeholder and nothing else, mostly a mere "%d" or the like. What kind it
+// must be is known when this is compiled, and no record is kept. The three ways are separate functions, so that none
+// saves registers for another. `letter` is the signature.
 
 template <char letter, class T>
 [[gnu::always_inline]] inline BasicString<T>& format_by(const kord::FormatSpec<T>& spec, BasicString<T>& target,
@@ -53,32 +53,32 @@ template <char letter, class T>
     return format_by<letter>({conversion, 0, 0, none, nullptr, nullptr}, target, lengthSum, argument);
 }
 
-template <class T>
+template <char letter, class T>
 [[gnu::noinline]] BasicString<T>& format_any(BasicString<T>& target, const KordCharacterRange<T>& tmpl,
-                                             const char* signature, std::uint64_t lengthSum, Argument<T> argument) {
+                                             std::uint64_t lengthSum, Argument<T> argument) {
+    static constexpr char signature[] = {letter, '\0'};
     kord::format_typed(target, tmpl, signature, lengthSum, &argument);
     return target;
 }
 
 template <char letter, class T>
 [[gnu::noinline]] BasicString<T>& format_scanned(BasicString<T>& target, const KordCharacterRange<T>& tmpl,
-                                                 const char* signature, std::uint64_t lengthSum, Argument<T> argument) {
+                                                 std::uint64_t lengthSum, Argument<T> argument) {
     const kord::FormatSpec<T> spec = kord::scan_closed(tmpl.begin(), tmpl.end());
     return spec.end == tmpl.end() && !kord::has_star(spec) ? format_by<letter>(spec, target, lengthSum, argument)
-                                                           : format_any(target, tmpl, signature, lengthSum, argument);
+                                                           : format_any<letter>(target, tmpl, lengthSum, argument);
 }
 
 template <char letter, class T>
 [[gnu::always_inline]] inline BasicString<T>& format_one(BasicString<T>& target, const KordCharacterRange<T>& tmpl,
-                                                         const char* signature, std::uint64_t lengthSum,
-                                                         const Argument<T>& argument) {
+                                                         std::uint64_t lengthSum, const Argument<T>& argument) {
     const T* const begin = tmpl.begin();
     const T* const end = tmpl.end();
     if (end - begin < 2 || *begin != '%' || kord::conversion_of(end[-1]).letter != letter) {
-        return format_any(target, tmpl, signature, lengthSum, argument);
+        return format_any<letter>(target, tmpl, lengthSum, argument);
     }
     return end - begin == 2 ? format_plain<letter>(target, begin[1], lengthSum, argument)
-                            : format_scanned<letter>(target, tmpl, signature, lengthSum, argument);
+                            : format_scanned<letter>(target, tmpl, lengthSum, argument);
 }
 
 } // namespace
@@ -116,7 +116,7 @@ BasicString<T>& BasicString<T>::format(const KordCharacterRange<T>& tmpl, long n
 
 template <class T>
 BasicString<T>& BasicString<T>::format(const KordCharacterRange<T>& tmpl, const KordCharacterRange<T>& a) {
-    return format_one<'s'>(*this, tmpl, kordSignatureS, a.length(), {a});
+    return format_one<'s'>(*this, tmpl, a.length(), {a});
 }
 
 template <class T>
@@ -126,22 +126,22 @@ BasicString<T>& BasicString<T>::format(const KordCharacterRange<T>& tmpl, const 
 
 template <class T>
 BasicString<T>& BasicString<T>::format(const KordCharacterRange<T>& tmpl, T c) {
-    return format_one<'c'>(*this, tmpl, kordSignatureC, 0, {c});
+    return format_one<'c'>(*this, tmpl, 0, {c});
 }
 
 template <class T>
 BasicString<T>& BasicString<T>::format(const KordCharacterRange<T>& tmpl, double x) {
-    return format_one<'f'>(*this, tmpl, kordSignatureF, 0, {x});
+    return format_one<'f'>(*this, tmpl, 0, {x});
 }
 
 template <class T>
 BasicString<T>& BasicString<T>::format(const KordCharacterRange<T>& tmpl, unsigned long n) {
-    return format_one<'u'>(*this, tmpl, kordSignatureU, 0, {n});
+    return format_one<'u'>(*this, tmpl, 0, {n});
 }
 
 template <class T>
 BasicString<T>& BasicString<T>::format(const KordCharacterRange<T>& tmpl, long n) {
-    return format_one<'d'>(*this, tmpl, kordSignatureD, 0, {n});
+    return format_one<'d'>(*this, tmpl, 0, {n});
 }
 
 namespace {
@@ -149,6 +149,7 @@ namespace {
 /// Reserved by the forms without a template.
 constexpr unsigned int lone_integer_room = sizeof(long) == 4 ? 16 : 20;
 constexpr unsigned int lone_real_room = 32;
+static_assert(lone_integer_room >= kord::decimal_room && lone_real_room >= kord::real_room);
 
 } // namespace
 

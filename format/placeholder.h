@@ -37,8 +37,8 @@ struct FormatSpec {
 /// The first '%' of [at, end), or `end`. It is mostly near.
 template <class T>
 [[gnu::always_inline]] inline const T* find_percent(const T* at, const T* end) noexcept {
-    constexpr std::ptrdiff_t near = 8;
-    for (const T* const stop = end - at > near ? at + near : end; at != stop; ++at) {
+    constexpr std::ptrdiff_t first_few = 8;
+    for (const T* const stop = end - at > first_few ? at + first_few : end; at != stop; ++at) {
         if (*at == '%') return at;
     }
     return at == end ? end : scan_character(at, end, T{'%'});

@@ -89,8 +89,8 @@ std::uint64_t divide_rounding(const Product& p, unsigned int shift) noexcept {
 /// The decimal exponent of a magnitude in [1e-4, 1e16): of 10, 1; of 0.1, -1.
 int decimal_exponent(double magnitude) noexcept {
     if (magnitude < 1) return magnitude >= 0.1 ? -1 : magnitude >= 0.01 ? -2 : magnitude >= 0.001 ? -3 : -4;
-    const unsigned int exponent = (biased_exponent(std::bit_cast<std::uint64_t>(magnitude)) - 1023) * 1233 >>
-                                  12; // log10 of the power of two in it
+    const unsigned int power_of_two = biased_exponent(std::bit_cast<std::uint64_t>(magnitude)) - 1023;
+    const unsigned int exponent = power_of_two * 1233 >> 12; // times log10(2)
     return static_cast<int>(exponent + (exponent < 15 && magnitude >= prevPowerOfTen[exponent + 2]));
 }
 
@@ -114,12 +114,10 @@ template <class T>
     const unsigned int all = std::max(kord::decimal_digits(n), decimals + 1), whole = all - decimals;
     const kord::SixteenDigits digits(n);
     T* const behind = to + whole + 1; // the point, if there are decimals
-    if (all <= 8) {
-        kord::store_last(to, digits.last, all);
-    } else if (all <= 16) {
+    if (all <= 16) {
         digits.store_last(to, all);
-    } else { // only decimals, and the first of them are zeros
-        kord::store_eight(to, kord::eight_zeros);
+    } else { // a zero, the point, and first of the decimals more zeros
+        *to = '0';
         kord::store_eight(behind, kord::eight_zeros);
     }
     if (decimals == 0) return to + all;
@@ -133,8 +131,8 @@ template <class T>
     return behind + decimals;
 }
 
-/// Writes an integer below 10^16 with its last `decimals` digits, 20 of them at most, behind a point. Behind the text
-/// a few characters more are written, but of `to` not more than 26.
+/// Writes an integer below 10^16 with its last `decimals` digits, at most 19, behind a point. A few characters behind
+/// the text are written too, but no more than 24 in all.
 template <class T>
 [[gnu::always_inline]] inline T* write_with_point(T* to, std::uint64_t n, unsigned int decimals) noexcept {
     if (n < kord::hundred_million && decimals < 8) { // as most
