@@ -36,9 +36,9 @@ class Patience {
     }
 
   private:
-    // A failure costs a call and a block begun anew, in which some dozens of characters could have been passed. A
-    // handful in a row is borne.
-    static constexpr std::size_t cost = 32, most = 256;
+    // A failure costs a call and a block begun anew, in which some dozens of characters could have been passed. A few
+    // in a row are borne.
+    static constexpr std::size_t cost = 32, most = 128;
 
     std::size_t debt_ = 0;
 };
@@ -126,6 +126,8 @@ class TextSearch {
         if (n_ < 2 * gram) return false;
         constexpr std::size_t most = 255; // places that an entry can say
         const std::size_t end = n_ - gram;
+        // Where one character fills the last gram and goes on before it, every failure would leap by a single place.
+        if (common(text_, text_, end - 1, end, gram) == gram) return false;
         unsigned char leaps[256];
         std::memset(leaps, static_cast<int>(std::min(most, end + 1)), sizeof leaps);
         for (std::size_t i = end - std::min(most, end); i != end; ++i) {
