@@ -57,16 +57,24 @@ struct Stretch : Marks {
     Bytes parts[size / Bytes::count];
 
     [[gnu::always_inline]] explicit Stretch(const unsigned char* at) noexcept {
-        Bytes all = Bytes::splat(0);
         for (Bytes& part : parts) {
             part = Bytes::load(reinterpret_cast<const char*>(at));
-            all = all | part;
             at += Bytes::count;
         }
-        if (all.is_ascii()) return;
-        static_cast<Marks&>(*this) = Marks(bits([](Bytes part) { return part; }), bits(twice),
-                                           bits([](Bytes part) { return twice(twice(part)); }),
-                                           bits([](Bytes part) { return twice(twice(twice(part))); }));
+        others = bits([](Bytes part) { return part; });
+        if (others == 0) return;
+        firsts = others & bits(twice);
+        firsts_of_three = firsts & bits([](Bytes part) { return twice(twice(part)); });
+        firsts_of_four = firsts_of_three & bits([](Bytes part) { return twice(twice(twice(part))); });
+    }
+
+    /// Is a stretch ASCII throughout? Sooner said than its marks are made.
+    [[gnu::always_inline]] static bool is_ascii(const unsigned char* at) noexcept {
+        Bytes all = Bytes::splat(0);
+        for (unsigned int i = 0; i != size; i += Bytes::count) {
+            all = all | Bytes::load(reinterpret_cast<const char*>(at + i));
+        }
+        return all.is_ascii();
     }
 
     /// Are all characters complete, but for the last one, and those of four bytes not another character's in disguise?
@@ -114,20 +122,20 @@ struct Stretch : Marks {
 [[gnu::always_inline]] inline Marks marks_of(const unsigned char* at, std::size_t n) noexcept {
     using Units = Lanes<unsigned short>;
     constexpr std::size_t block = Lanes<char>::count;
-    std::uint64_t masks[4] = {};
-    const auto add_before = [&masks](const unsigned char* p, std::size_t skipped) {
+    std::uint64_t a = 0, b = 0, c = 0, d = 0;
+    const auto add_before = [&](const unsigned char* p, std::size_t skipped) {
         const auto add = [skipped](std::uint64_t& mask, Units bytes) {
             mask = mask << block | lanes_as<char>(bytes).top_bits() >> skipped;
         };
         const auto bytes = lanes_as<unsigned short>(Lanes<char>::load(reinterpret_cast<const char*>(p)));
-        add(masks[0], bytes);
-        add(masks[1], Units::shift_left<1>(bytes));
-        add(masks[2], Units::shift_left<2>(bytes));
-        add(masks[3], Units::shift_left<3>(bytes));
+        add(a, bytes);
+        add(b, Units::shift_left<1>(bytes));
+        add(c, Units::shift_left<2>(bytes));
+        add(d, Units::shift_left<3>(bytes));
     };
     add_before(at + n - block, -n % block);
     for (std::size_t rest = (n - 1) / block; rest-- != 0;) add_before(at + rest * block, 0);
-    return {masks[0], masks[1], masks[2], masks[3]};
+    return {a, b, c, d};
 }
 
 /// The marks of a block.

@@ -252,12 +252,12 @@ template <unsigned int length>
     return true;
 }
 
-/// Decodes groups. At least a block of units is wanted, so that as many bytes can be read; the last few of these,
-/// hardly a group, are left.
+/// Decodes groups. At least a block of units is wanted, so that as many bytes can be read; the last few of these, which
+/// hold no group, are left.
 [[gnu::always_inline]] inline void decode_groups(const unsigned char*& at, unsigned short*& to,
                                                  const unsigned short* end) noexcept {
     constexpr const kord::Spreads& tables = kord::spreads;
-    constexpr std::ptrdiff_t least = 8, room = Units::count;
+    constexpr std::ptrdiff_t least = 4, room = Units::count; // bytes and units of a group
     const auto known = static_cast<std::size_t>(std::min<std::ptrdiff_t>(end - to, Stretch::size));
     const unsigned char* const limit = at + known;
     const kord::Marks marks = kord::marks_of(at, known);
@@ -305,7 +305,7 @@ unsigned short* decode_few(const unsigned char* at, unsigned short* to, const un
 [[gnu::noinline]] KORD_SHUFFLES unsigned short* decode_rest(const unsigned char* at, unsigned short* to,
                                                             const unsigned short* end) noexcept {
     while (end - to >= block) {
-        if (decode_alike(at, to)) continue;
+        if (*at >= 0xE0 && decode_alike(at, to)) continue;
         const unsigned short* const before = to;
         decode_groups(at, to, end);
         if (to != before) continue;
@@ -368,12 +368,12 @@ unsigned long KordConvert::CountUtf8(const unsigned char* source, unsigned long 
     std::uint64_t units = 0;
     while (source != text.end) {
         if (text.end - source >= static_cast<std::ptrdiff_t>(Stretch::size)) {
-            const Stretch stretch(source);
-            if (stretch.others == 0) {
+            if (Stretch::is_ascii(source)) {
                 units += Stretch::size;
                 source += Stretch::size;
                 continue;
             }
+            const Stretch stretch(source);
             if (stretch.is_regular()) {
                 const unsigned int whole = stretch.whole();
                 const std::uint64_t counted = kord::lowest(whole);

@@ -26,15 +26,13 @@ unsigned int biased_exponent(std::uint64_t bits) noexcept {
     return static_cast<unsigned int>(bits >> fraction_bits) & 0x7FF;
 }
 
-/// One unit in the last place of a number, as what it adds to the number's bits; 0 where that is not a normal number.
-/// Added there it is sooner done, and carries into the exponent as it should.
-std::uint64_t KordLastPlaceUnit(std::uint64_t bits) noexcept {
-    return biased_exponent(bits) > fraction_bits ? 1 : 0;
-}
+/// One unit in the last place of a number, as what it adds to the number's bits: it carries into the exponent as it
+/// should. Where that is no normal number it is not to be added, but nothing so small is ever seen in decimals.
+constexpr std::uint64_t KordLastPlaceUnit = 1;
 
-/// The number with its `KordLastPlaceUnit` added; of a zero without a sign, as sums of zeros are.
+/// The number moved by a unit away from zero; a zero loses its sign, as it does in a sum.
 std::uint64_t nudged(std::uint64_t bits) noexcept {
-    return bits << 1 == 0 ? 0 : bits + KordLastPlaceUnit(bits);
+    return bits << 1 == 0 ? 0 : bits + KordLastPlaceUnit;
 }
 
 // ---- scaling by powers of ten --------------------------------------------------------------------------------------
@@ -180,14 +178,20 @@ constexpr int most_decimals = 15;
 
 template <class T>
 T* kord::real_text(double value, T* buffer, int precision, bool plus, bool nudge) noexcept {
-    const bool with_decimals = precision >= 0 && precision <= most_decimals &&
-                               std::fabs(value) < prevPowerOfTen[most_decimals + 1 - precision];
     auto bits = std::bit_cast<std::uint64_t>(value);
-    if (with_decimals && nudge && std::fabs(value) < prevPowerOfTen[most_decimals - precision]) bits = nudged(bits);
+    const double magnitude = std::fabs(value);
+    bool with_decimals = precision >= 0 && precision <= most_decimals;
+    if (with_decimals) {
+        if (nudge && magnitude < prevPowerOfTen[most_decimals - precision]) {
+            bits = nudged(bits);
+        } else {
+            with_decimals = magnitude < prevPowerOfTen[most_decimals + 1 - precision];
+        }
+    }
     const auto negative = static_cast<unsigned int>(bits >> 63); // nobody can foretell it: no branch
     *buffer = static_cast<T>('+' + negative * ('-' - '+'));
     T* const to = buffer + (static_cast<unsigned int>(plus) | negative);
-    if (!with_decimals) return write_general(to, std::fabs(value), precision < 0 ? 16 : 15);
+    if (!with_decimals) return write_general(to, magnitude, precision < 0 ? 16 : 15);
     const auto decimals = static_cast<unsigned int>(precision);
     return write_with_point(to, scaled(bits << 1 >> 1, decimals), decimals);
 }
