@@ -61,6 +61,7 @@ struct Stretch : Marks {
             part = Bytes::load(reinterpret_cast<const char*>(at));
             at += Bytes::count;
         }
+        // One by one: marks that are made as a whole and copied here go by way of memory.
         others = bits([](Bytes part) { return part; });
         if (others == 0) return;
         firsts = others & bits(twice);

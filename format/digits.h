@@ -3,8 +3,6 @@
 
 #include "core/lanes.h"
 
-#include <kord/chars.h>
-
 #include <algorithm>
 #include <bit>
 #include <cstdint>

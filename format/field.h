@@ -6,8 +6,6 @@
 #include "format/placeholder.h"
 #include "format/real.h"
 
-#include <kord/chars.h>
-
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
